@@ -19,6 +19,7 @@
 #include "apps/InstalledApps.h"
 #include "desktop/SessionEvents.h"
 #include "desktop/Toggles.h"
+#include "views/controls/PanelTip.h"
 #include "views/onboarding/FirstRun.h"
 #include "views/theme/MenuStyle.h"
 
@@ -75,6 +76,7 @@ DockController& AppDelegate::dock() { return presenter_->dock(); }
 
 void AppDelegate::didFinishLaunching() {
   MenuStyle::installFor(services_.panels);
+  PanelTip::install();
   status_ = std::make_unique<StatusItem>(*store_, *commands_, services_.tray);
   windows_->followStatusItem(*status_);
   setupHotKeys();

@@ -5,7 +5,7 @@
 
 #include "dock/DockController.h"
 #include "store/AppStore.h"
-#include "views/dock/TipBubble.h"
+#include "views/controls/TipBubble.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/WindowFade.h"
 

@@ -2,20 +2,28 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "support/TestFrameClock.h"
+#include "support/Wait.h"
+#include "views/controls/Buttons.h"
 #include "views/controls/Charts.h"
 #include "views/controls/Fields.h"
+#include "views/controls/PanelTip.h"
+#include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/controls/ScrollArea.h"
 #include "views/controls/Segments.h"
 #include "views/controls/Slider.h"
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
+#include "views/controls/TipBubble.h"
 
 namespace tarnwick {
 namespace {
@@ -194,6 +202,94 @@ TEST(Charts, TellTheValueUnderThePointerAndWhatTheirEdgesMean) {
     chart.grab();
     EXPECT_TRUE(told.isEmpty());
   }
+}
+
+/// A pane in the colours of the dock, with a control on it.
+struct Pane final : QWidget, LookSource {
+  ControlLook is;
+
+  explicit Pane(QWidget* control, const Palette& palette) {
+    is.palette = palette;
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(control);
+    QPalette ground;
+    ground.setColor(QPalette::Window, palette.panel.bodyTop);
+    setPalette(ground);
+    setAutoFillBackground(true);
+  }
+  const ControlLook& look() const override { return is; }
+};
+
+TEST(HighContrast, LeavesTheWordsOfWhatIsOutOfUseReadable) {
+  const auto luminance = [](const QColor& color) {
+    const auto part = [](float c) { return c <= 0.03928F ? c / 12.92F : std::pow((c + 0.055F) / 1.055F, 2.4F); };
+    return 0.2126F * part(color.redF()) + 0.7152F * part(color.greenF()) + 0.0722F * part(color.blueF());
+  };
+  const std::function<QWidget*()> makers[] = {
+      [] { return new Button(u"■■■"_s); }, [] { return new Button(u"■■■"_s, Button::Role::Primary); },
+      [] { return new Button(u"■■■"_s, Button::Role::Quiet); }, [] { return new CheckRow(u"■■■"_s); }};
+  for (const DockStyle style : {DockStyle::DarkGlass, DockStyle::LightGlass}) {
+    for (const auto& make : makers) {
+      QWidget* control = make();
+      Pane pane(control, Palette::make(style, Backdrop::Opaque, false, true));
+      control->setEnabled(false);
+      pane.resize(160, 60);
+      pane.ensurePolished();
+      const QImage picture = control->grab().toImage();
+      // Along the middle of the words there is nothing but ink and ground.
+      float least = 1, most = 0;
+      for (int x = 30; x < picture.width() - 4; ++x) {
+        const float here = luminance(picture.pixelColor(x, picture.height() / 2));
+        least = std::min(least, here);
+        most = std::max(most, here);
+      }
+      EXPECT_GE((most + 0.05F) / (least + 0.05F), 7) << control->metaObject()->className();
+    }
+  }
+}
+
+TEST(PanelTips, LookLikeTheDocksAndGoWithThePointer) {
+  PanelTip::install();
+  auto* control = new Button(u"Stop"_s);
+  Pane pane(control, Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false));
+  pane.show();
+  const auto ask = [](QWidget& what) {
+    QHelpEvent event(QEvent::ToolTip, {5, 5}, what.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&what, &event);
+  };
+  const auto tip = [&pane] {
+    for (const auto* each : pane.findChildren<TipBubble*>())
+      if (each->isVisible()) return each->text();
+    return QString();
+  };
+  ask(*control);
+  EXPECT_EQ(tip(), QString()) << "it has none";
+  for (const QString& words : {u"Stops it"_s, u"<b>R&amp;D</b> & \"co\""_s}) {
+    setPlainTip(*control, words);
+    ask(*control);
+    EXPECT_EQ(tip(), words);
+    EXPECT_TRUE(pane.findChild<TipBubble*>()->windowFlags().testFlag(Qt::WindowTransparentForInput));
+  }
+  const std::function<void()> ends[] = {[&] {
+                                          QEvent leave(QEvent::Leave);
+                                          QCoreApplication::sendEvent(control, &leave);
+                                        },
+                                        [&] { QTest::mousePress(control, Qt::LeftButton); },
+                                        [&] { QTest::keyClick(&pane, Qt::Key_Tab); }, [&] { control->hide(); }};
+  for (const auto& end : ends) {
+    control->show();
+    ask(*control);
+    ASSERT_NE(tip(), QString());
+    end();
+    EXPECT_TRUE(waitFor([&] { return tip().isEmpty(); }));
+  }
+  // What is no part of a panel or a window of ours keeps the toolkit's.
+  QWidget plain;
+  plain.setToolTip(u"Plain"_s);
+  plain.show();
+  ask(plain);
+  EXPECT_EQ(plain.findChild<TipBubble*>(), nullptr);
+  QToolTip::hideText();
 }
 
 }  // namespace

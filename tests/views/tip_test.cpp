@@ -9,8 +9,8 @@
 
 #include "../support/TestScheduler.h"
 #include "DockFixture.h"
-#include "views/dock/TipBubble.h"
-#include "views/dock/WrappedText.h"
+#include "views/controls/TipBubble.h"
+#include "views/controls/WrappedText.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick::testing {

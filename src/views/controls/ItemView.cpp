@@ -5,13 +5,13 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QScrollBar>
-#include <QToolTip>
 #include <algorithm>
 
 #include "views/controls/ControlTheme.h"
 #include "views/controls/DragSource.h"
 #include "views/controls/ItemPainter.h"
 #include "views/controls/PaintedList.h"
+#include "views/controls/PanelTip.h"
 #include "views/controls/PlainTip.h"
 #include "views/theme/Glass.h"
 
@@ -365,9 +365,10 @@ bool ItemView::viewportEvent(QEvent* event) {
     const Side side = sideAt(help.pos());
     if (side != Side::None) {
       const QString label = side == Side::Menu ? menuLabel_ : actionLabelOf(indexAt(help.pos()));
-      QToolTip::showText(help.globalPos(), label, viewport());
+      PanelTip::show(*viewport(), label, visualRect(indexAt(help.pos())));
       return true;
     }
+    return PanelTip::answer(*this, *event);
   }
   return QListView::viewportEvent(event);
 }

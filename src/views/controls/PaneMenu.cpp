@@ -12,26 +12,30 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/GlassPane.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LastPicture.h"
+#include "views/theme/MenuMeasures.h"
 #include "views/theme/Typography.h"
+#include "views/theme/WindowFade.h"
+#include "views/theme/WindowPalette.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr int kPadding = 6;
-constexpr int kLeastWidth = 160;
 constexpr int kMostWidth = 260;
-constexpr int kLineSpace = 9;
-constexpr double kCorner = 10;
+
+/// The line around a menu and between its groups, as in menus that are windows.
+QColor lineColor(const QWidget& menu) { return windowColors(!lookOf(menu).palette.light).hairline; }
 
 /// What parts two groups.
 class Line final : public QWidget {
  public:
-  explicit Line(QWidget* parent) : QWidget(parent) { setFixedHeight(kLineSpace); }
+  explicit Line(QWidget* parent) : QWidget(parent) { setFixedHeight(theme::kMenuSeparatorHeight); }
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    painter.fillRect(QRect(kPadding, kLineSpace / 2, width() - kPadding * 2, 1), lookOf(*this).palette.track);
+    painter.fillRect(QRect(theme::kMenuTextInset, height() / 2, width() - theme::kMenuTextInset * 2, 1),
+                     lineColor(*this));
   }
 };
 
@@ -44,17 +48,17 @@ class Row final : public PaintedButton {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   }
   QSize sizeHint() const override {
-    return {fontMetrics().horizontalAdvance(label()) + theme::kRowOverhang * 2, theme::kControlHeight};
+    return {fontMetrics().horizontalAdvance(label()) + theme::kMenuTextInset * 2, theme::kMenuItemHeight};
   }
-  QSize minimumSizeHint() const override { return {0, theme::kControlHeight}; }
+  QSize minimumSizeHint() const override { return {0, theme::kMenuItemHeight}; }
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     prepare(painter);
     if (isEnabled() && (underMouse() || isDown() || showsFocus()))
-      drawRounded(painter, rect(), theme::kRowCorner, ground());
-    const QRect bounds = rect().adjusted(theme::kRowOverhang, 0, -theme::kRowOverhang, 0);
+      drawRounded(painter, rect(), theme::kMenuItemCorner, faded(look().palette.primary, theme::kMenuHover));
+    const QRect bounds = rect().adjusted(theme::kMenuTextInset, 0, -theme::kMenuTextInset, 0);
     painter.setPen(look().palette.primary);
     painter.drawText(bounds,
                      Qt::AlignVCenter | static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)),
@@ -77,7 +81,8 @@ PaneMenu* PaneMenu::open(QWidget& owner, const QPoint& at, const QString& label,
   if (std::ranges::none_of(entries, [](const PaneMenuEntry& entry) { return static_cast<bool>(entry.run); }))
     return nullptr;
   auto* menu = new PaneMenu(owner, label, entries);
-  const QRect bounds = paneOf(*window).marginsRemoved({kPadding, kPadding, kPadding, kPadding});
+  const QRect bounds =
+      paneOf(*window).marginsRemoved({theme::kMenuMargin, theme::kMenuMargin, theme::kMenuMargin, theme::kMenuMargin});
   const QSize size = menu->sizeHint().boundedTo(bounds.size());
   QPoint place = owner.mapTo(window, at);
   if (menu->isRightToLeft()) place.rx() -= size.width();
@@ -86,6 +91,7 @@ PaneMenu* PaneMenu::open(QWidget& owner, const QPoint& at, const QString& label,
   menu->setGeometry(QRect(place, size));
   menu->show();
   menu->raise();
+  (new WindowFade(*menu, makeClockFor(owner)))->in();
   menu->buttons_.first()->setFocus(Qt::PopupFocusReason);
   return menu;
 }
@@ -94,9 +100,9 @@ PaneMenu::PaneMenu(QWidget& owner, const QString& label, const QList<PaneMenuEnt
     : QWidget(owner.window()), before_(owner.window()->focusWidget()) {
   setAccessibleName(label);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setContentsMargins(theme::kMenuMargin, theme::kMenuMargin, theme::kMenuMargin, theme::kMenuMargin);
   column->setSpacing(0);
-  int width = kLeastWidth;
+  int width = theme::kMenuLeastWidth;
   for (const PaneMenuEntry& entry : entries) {
     if (entry.text.isEmpty()) {
       column->addWidget(new Line(this));
@@ -107,7 +113,7 @@ PaneMenu::PaneMenu(QWidget& owner, const QString& label, const QList<PaneMenuEnt
     connect(button, &QPushButton::clicked, this, [this, run = entry.run] { close(run); });
     column->addWidget(button);
     if (button->isEnabled()) buttons_ << button;
-    width = std::max(width, button->sizeHint().width() + kPadding * 2);
+    width = std::max(width, button->sizeHint().width() + theme::kMenuMargin * 2);
   }
   setFixedWidth(std::min(width, kMostWidth));
   // Clicks beside it are seen on their way to whatever lies below.
@@ -118,6 +124,7 @@ PaneMenu::PaneMenu(QWidget& owner, const QString& label, const QList<PaneMenuEnt
 
 void PaneMenu::close(const std::function<void()>& run) {
   if (isHidden()) return;
+  if (isVisible()) LastPicture::leave(*this, *window(), makeClockFor(*this));
   hide();
   if (before_) before_->setFocus(Qt::PopupFocusReason);
   deleteLater();
@@ -158,8 +165,8 @@ void PaneMenu::paintEvent(QPaintEvent*) {
   // What lies below must not be read through it.
   QColor ground = palette.panel.bodyTop;
   ground.setAlpha(255);
-  drawRounded(painter, QRectF(rect()), kCorner, ground);
-  drawInnerLine(painter, QRectF(rect()), kCorner, 1, palette.track);
+  drawRounded(painter, QRectF(rect()), theme::kMenuCorner, ground);
+  drawInnerLine(painter, QRectF(rect()), theme::kMenuCorner, 1, lineColor(*this));
 }
 
 }  // namespace tarnwick

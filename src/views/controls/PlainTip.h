@@ -25,6 +25,17 @@ inline QString plainTipOfLines(const QString& text) {
   if (hasMore) lines.append(QStringLiteral("…"));
   return QStringLiteral("<p>%1</p>").arg(lines.join(QStringLiteral("<br>")));
 }
+/// What such a tip says, or one that was never markup.
+inline QString wordsOfTip(const QString& tip) {
+  if (!tip.startsWith(QLatin1String("<p>")) || !tip.endsWith(QLatin1String("</p>"))) return tip;
+  QString words = tip.mid(3, tip.size() - 7);
+  // The ampersand last, so that what was written as one of the others stays that.
+  return words.replace(QLatin1String("<br>"), QLatin1String("\n"))
+      .replace(QLatin1String("&lt;"), QLatin1String("<"))
+      .replace(QLatin1String("&gt;"), QLatin1String(">"))
+      .replace(QLatin1String("&quot;"), QLatin1String("\""))
+      .replace(QLatin1String("&amp;"), QLatin1String("&"));
+}
 inline void setPlainTip(QWidget& widget, const QString& text) { widget.setToolTip(plainTip(text)); }
 
 }  // namespace tarnwick

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "views/controls/TipBubble.h"
 #include "views/dock/DockAccessible.h"
 #include "views/dock/DockWords.h"
-#include "views/dock/TipBubble.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {

@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "views/controls/Mirroring.h"
-#include "views/dock/WrappedText.h"
+#include "views/controls/WrappedText.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Theme.h"
 #include "views/theme/Typography.h"

@@ -5,12 +5,13 @@
 #include <QLinearGradient>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
-#include <QToolTip>
 #include <algorithm>
 
+#include "base/ForeignText.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Fields.h"
 #include "views/controls/PaintedList.h"
+#include "views/controls/PanelTip.h"
 #include "views/theme/Glass.h"
 #include "views/window/WindowTheme.h"
 
@@ -395,9 +396,8 @@ bool OrderList::viewportEvent(QEvent* event) {
     const auto& help = static_cast<QHelpEvent&>(*event);
     const qsizetype action = actionAt(help.pos());
     const OrderItem* item = model_->at(indexAt(help.pos()));
-    // What a service said is no markup.
-    const QString note = item && hasNotes_ && !item->note.isEmpty() ? Qt::convertFromPlainText(item->note) : QString();
-    QToolTip::showText(help.globalPos(), action >= 0 ? actions_[action].label : note, viewport());
+    const QString note = item && hasNotes_ ? ForeignText::line(item->note) : QString();
+    PanelTip::show(*viewport(), action >= 0 ? actions_[action].label : note, visualRect(indexAt(help.pos())));
     return true;
   }
   return QListView::viewportEvent(event);

@@ -10,6 +10,8 @@
 #include "desktop/Panels.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/Glass.h"
+#include "views/theme/LastPicture.h"
+#include "views/theme/MenuMeasures.h"
 #include "views/theme/Symbols.h"
 #include "views/theme/Typography.h"
 #include "views/theme/WindowFade.h"
@@ -21,18 +23,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kMenuCorner = 12;
-constexpr double kItemCorner = 7;
-constexpr int kMargin = 6;
-constexpr int kItemHeight = 28;
-constexpr int kSeparatorHeight = 9;
-constexpr int kTextInset = 12;
 constexpr int kMarkWidth = 20;  ///< For check marks in front, and for what says that a menu follows behind.
 constexpr double kMarkSize = 14;
 constexpr int kBeforeShortcut = 28;
-constexpr int kLeastWidth = 150;
 constexpr int kSubMenuDelay = 200;  ///< Milliseconds of hover.
-constexpr double kHover = 0.10;     ///< How much of the text's colour lies over the ground.
+constexpr int kTipDelay = 500;      ///< Milliseconds; that of the dock's own tips.
 constexpr double kShortcut = 0.62;  ///< How strong the text of a key is.
 
 QColor faint(QColor color, double share) {
@@ -42,10 +37,13 @@ QColor faint(QColor color, double share) {
 
 double strengthOfShortcut() { return DesktopLook::now().highContrast ? 1 : kShortcut; }
 
-int leadingOf(const QStyleOptionMenuItem& item) { return kTextInset + (item.menuHasCheckableItems ? kMarkWidth : 0); }
+int leadingOf(const QStyleOptionMenuItem& item) {
+  return theme::kMenuTextInset + (item.menuHasCheckableItems ? kMarkWidth : 0);
+}
 
 void paintSeparator(QPainter& painter, const QStyleOptionMenuItem& item) {
-  const QRectF line(item.rect.left() + kTextInset, item.rect.center().y(), item.rect.width() - 2 * kTextInset, 1);
+  const QRectF line(item.rect.left() + theme::kMenuTextInset, item.rect.center().y(),
+                    item.rect.width() - 2 * theme::kMenuTextInset, 1);
   painter.fillRect(line, item.palette.color(QPalette::Mid));
 }
 
@@ -56,7 +54,8 @@ void paintMark(QPainter& painter, const QStyleOptionMenuItem& item, double left,
 
 void paintChevron(QPainter& painter, const QStyleOptionMenuItem& item, const QColor& color) {
   const bool leftToRight = item.direction == Qt::LeftToRight;
-  const double tip = leftToRight ? item.rect.right() - kTextInset + 1 : item.rect.left() + kTextInset;
+  const double tip =
+      leftToRight ? item.rect.right() - theme::kMenuTextInset + 1 : item.rect.left() + theme::kMenuTextInset;
   const double back = tip + (leftToRight ? -4 : 4);
   const double middle = item.rect.center().y() + 0.5;
   painter.setPen(QPen(color, Symbols::strokeWidth(kMarkSize), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -68,15 +67,17 @@ void paintItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   const bool enabled = item.state.testFlag(QStyle::State_Enabled);
   const QColor text = item.palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::Text);
   if (enabled && item.state.testFlag(QStyle::State_Selected)) {
-    drawRounded(painter, QRectF(item.rect), kItemCorner, faint(text, kHover));
+    drawRounded(painter, QRectF(item.rect), theme::kMenuItemCorner, faint(text, theme::kMenuHover));
   }
   const int leading = leadingOf(item);
-  const QRect whole = item.rect.adjusted(leading, 0, -kTextInset, 0);
+  const QRect whole = item.rect.adjusted(leading, 0, -theme::kMenuTextInset, 0);
   const QRect box = QStyle::visualRect(item.direction, item.rect, whole);
   if (item.checkType != QStyleOptionMenuItem::NotCheckable && item.checked) {
     const bool leftToRight = item.direction == Qt::LeftToRight;
     paintMark(painter, item,
-              leftToRight ? item.rect.left() + kTextInset - 1 : item.rect.right() - kTextInset - kMarkSize + 2, text);
+              leftToRight ? item.rect.left() + theme::kMenuTextInset - 1
+                          : item.rect.right() - theme::kMenuTextInset - kMarkSize + 2,
+              text);
   }
   const auto align = [&](Qt::Alignment side) {
     return static_cast<int>(QStyle::visualAlignment(item.direction, side) | Qt::AlignVCenter) | Qt::TextSingleLine |
@@ -93,30 +94,6 @@ void paintItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   }
   if (item.menuItemType == QStyleOptionMenuItem::SubMenu) paintChevron(painter, item, faint(text, kShortcut));
 }
-
-/// What a menu looked like when it closed, going in its place. Clicks go through it.
-class LastPicture final : public QWidget {
- public:
-  LastPicture(QMenu& menu, QWidget& owner, std::unique_ptr<FrameClock> clock)
-      : QWidget(&owner, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput |
-                            Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint),
-        picture_(menu.grab()) {
-    setAttribute(Qt::WA_TranslucentBackground);
-    setAttribute(Qt::WA_ShowWithoutActivating);
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setGeometry(menu.geometry());
-    auto* fade = new WindowFade(*this, std::move(clock));
-    fade->jumpIn();
-    show();
-    fade->out([this] { deleteLater(); });
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override { QPainter(this).drawPixmap(0, 0, picture_); }
-
- private:
-  QPixmap picture_;
-};
 
 }  // namespace
 
@@ -157,9 +134,8 @@ void MenuStyle::fade(QMenu& menu, QWidget* owner, const std::function<std::uniqu
       fade->in();
     });
     if (!owner || !fade->moves()) continue;
-    QObject::connect(each, &QMenu::aboutToHide, owner, [each, owner, clock] {
-      if (auto last = clock()) new LastPicture(*each, *owner, std::move(last));  // It deletes itself.
-    });
+    QObject::connect(each, &QMenu::aboutToHide, owner,
+                     [each, owner, clock] { LastPicture::leave(*each, *owner, clock()); });
   }
 }
 
@@ -176,7 +152,7 @@ int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
   switch (metric) {
     case PM_MenuHMargin:
     case PM_MenuVMargin:
-      return kMargin;
+      return theme::kMenuMargin;
     case PM_MenuPanelWidth:
     case PM_MenuDesktopFrameWidth:
       return 0;
@@ -192,7 +168,7 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
   switch (hint) {
     case SH_Menu_Mask:
       if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(answer); mask && option && !composited_) {
-        mask->region = Glass::outline(option->rect, kMenuCorner);
+        mask->region = Glass::outline(option->rect, theme::kMenuCorner);
         return 1;
       }
       return 0;
@@ -208,6 +184,8 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
       return kSubMenuDelay;
     case SH_Menu_FlashTriggeredItem:
       return 0;
+    case SH_ToolTip_WakeUpDelay:
+      return kTipDelay;
     default:
       return QProxyStyle::styleHint(hint, option, widget, answer);
   }
@@ -217,11 +195,11 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                   const QWidget* widget) const {
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
   if (type != CT_MenuItem || !item) return QProxyStyle::sizeFromContents(type, option, contents, widget);
-  if (item->menuItemType == QStyleOptionMenuItem::Separator) return {contents.width(), kSeparatorHeight};
-  int width = contents.width() + leadingOf(*item) + kTextInset;
+  if (item->menuItemType == QStyleOptionMenuItem::Separator) return {contents.width(), theme::kMenuSeparatorHeight};
+  int width = contents.width() + leadingOf(*item) + theme::kMenuTextInset;
   if (item->text.contains(u'\t')) width += kBeforeShortcut;
   if (item->menuItemType == QStyleOptionMenuItem::SubMenu) width += kMarkWidth;
-  return {std::max(width, kLeastWidth), std::max(kItemHeight, item->fontMetrics.height() + 8)};
+  return {std::max(width, theme::kMenuLeastWidth), std::max(theme::kMenuItemHeight, item->fontMetrics.height() + 8)};
 }
 
 void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -237,7 +215,7 @@ void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
   painter->setBrush(ground);
-  painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), kMenuCorner, kMenuCorner);
+  painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), theme::kMenuCorner, theme::kMenuCorner);
   painter->restore();
 }
 

@@ -24,6 +24,7 @@ class MenuStyle final : public QProxyStyle {
 
   /// The same, and follows whether windows can be translucent. Where they cannot, menus are cut to their shape.
   static void installFor(const Panels& panels);
+  bool isComposited() const { return composited_; }
 
   /// Gives a menu that opens out of a dock of that style, and the menus within it, the colours of the dock's panels.
   static void takeDockColors(QMenu& menu, DockStyle style);

@@ -7,6 +7,7 @@
 #include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/PaintedList.h"
+#include "views/controls/PanelTip.h"
 #include "views/theme/Glass.h"
 #include "views/window/WindowTheme.h"
 
@@ -130,6 +131,10 @@ void SideList::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void SideList::focusInEvent(QFocusEvent* event) {
   byKeyboard_ = isKeyboardReason(event->reason());
   QListView::focusInEvent(event);
+}
+
+bool SideList::viewportEvent(QEvent* event) {
+  return PanelTip::answer(*this, *event) || QListView::viewportEvent(event);
 }
 
 }  // namespace tarnwick

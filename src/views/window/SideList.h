@@ -39,6 +39,7 @@ class SideList final : public QListView, public ItemActions {
   void chosenChanged(const QString& id);
 
  protected:
+  bool viewportEvent(QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void focusInEvent(QFocusEvent* event) override;
 

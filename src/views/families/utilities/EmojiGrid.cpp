@@ -11,6 +11,7 @@
 #include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/PaintedList.h"
+#include "views/controls/PanelTip.h"
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
 #include "views/theme/Theme.h"
@@ -169,6 +170,10 @@ void EmojiGrid::keyPressEvent(QKeyEvent* event) {
     default:
       event->ignore();
   }
+}
+
+bool EmojiGrid::viewportEvent(QEvent* event) {
+  return PanelTip::answer(*this, *event) || QListView::viewportEvent(event);
 }
 
 }  // namespace tarnwick

@@ -31,6 +31,7 @@ class EmojiGrid final : public QListView, public ItemActions {
   void pressItem(const QModelIndex& index) override;
 
  protected:
+  bool viewportEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -1,10 +1,10 @@
-#include "views/dock/TipBubble.h"
+#include "views/controls/TipBubble.h"
 
 #include <QPainter>
 #include <cmath>
 
 #include "views/controls/Mirroring.h"
-#include "views/dock/WrappedText.h"
+#include "views/controls/WrappedText.h"
 #include "views/theme/Theme.h"
 
 namespace tarnwick {

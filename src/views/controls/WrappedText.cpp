@@ -1,4 +1,4 @@
-#include "views/dock/WrappedText.h"
+#include "views/controls/WrappedText.h"
 
 #include <algorithm>
 
