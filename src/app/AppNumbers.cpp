@@ -8,6 +8,7 @@ namespace tarnwick {
 
 AppNumbers::AppNumbers(Scheduler& scheduler, HeldModifiers& modifiers) : scheduler_(scheduler), modifiers_(modifiers) {
   connect(&modifiers, &HeldModifiers::changed, this, &AppNumbers::take);
+  connect(&modifiers, &HeldModifiers::usedWithSuper, this, &AppNumbers::hide);
 }
 
 AppNumbers::~AppNumbers() {

@@ -6,7 +6,8 @@
 
 namespace tarnwick {
 
-/// Which modifier keys the user holds, whatever program has the focus. Nothing is told of any other key.
+/// Which modifier keys the user holds, whatever program has the focus. Of any other key nothing is told but that there
+/// was one, and that only meanwhile.
 class HeldModifiers : public QObject {
   Q_OBJECT
  public:
@@ -18,6 +19,9 @@ class HeldModifiers : public QObject {
  Q_SIGNALS:
   /// Others are held than before: a mask as in HotKeyRequest, with a Super key as Command; 0 for none.
   void changed(quint32 modifiers);
+  /// While a Super key alone is held, some other key is pressed, where the desktop tells that; which one, it never
+  /// does.
+  void usedWithSuper();
 };
 
 /// Where a desktop tells nothing of them.

@@ -16,7 +16,8 @@ struct ToldModifiers final : HeldModifiers {
 };
 
 constexpr quint32 kSuperKey = VirtualKeys::kCommand;
-constexpr double kKey = -1;  // A key of an app is pressed.
+constexpr double kKey = -1;       // A key of an app is pressed.
+constexpr double kOtherKey = -2;  // A key that another program has.
 
 TEST(AppNumbers, AreShownAMomentAfterSuperAloneAndGoWithAnythingElse) {
   struct Step {
@@ -42,6 +43,8 @@ TEST(AppNumbers, AreShownAMomentAfterSuperAloneAndGoWithAnythingElse) {
       {"another alone", {{VirtualKeys::kOption, 1}}, false},
       {"a key before", {{kSuperKey, 0.2}, {0, kKey}}, false},
       {"a key", {{kSuperKey, 1}, {0, kKey}}, false},
+      {"another program's key before", {{kSuperKey, 0.2}, {0, kOtherKey}}, false},
+      {"another program's key", {{kSuperKey, 1}, {0, kOtherKey}}, false},
       {"after a key", {{kSuperKey, 1}, {0, kKey}, {0, 0}, {kSuperKey, 1}}, true},
   };
   for (const Case& each : cases) {
@@ -52,8 +55,11 @@ TEST(AppNumbers, AreShownAMomentAfterSuperAloneAndGoWithAnythingElse) {
     numbers.setOn(true);
     EXPECT_TRUE(modifiers.isWatched);
     for (const Step& step : each.steps) {
-      if (step.seconds == kKey) {
-        numbers.hide();
+      if (step.seconds < 0) {
+        if (step.seconds == kKey)
+          numbers.hide();
+        else
+          Q_EMIT modifiers.usedWithSuper();
         scheduler.advance(1);
         continue;
       }

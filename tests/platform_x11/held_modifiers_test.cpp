@@ -46,5 +46,32 @@ TEST(X11HeldModifiers, TellWhichAreHeldWhateverElseIsTypedAndOnlyWhileWatched) {
   EXPECT_EQ(told(), QList<quint32>());
 }
 
+#ifdef TARNWICK_HAS_XCB_SYNC
+TEST(X11HeldModifiers, TellThatAnotherKeyIsPressedWithSuperAndOnlyThen) {
+  VirtualDisplay& display = VirtualDisplay::current();
+  X11Events events;
+  X11HeldModifiers modifiers(events);
+  QSignalSpy used(&modifiers, &HeldModifiers::usedWithSuper);
+  modifiers.watch(true);
+  display.tap(kLetter);
+  display.settle();
+  EXPECT_EQ(used.size(), 0) << "what is typed is nobody's business";
+  display.key(kLeftSuper, true);
+  // The server counts in milliseconds how long the keyboard has been idle.
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+    display.tap(kLetter);
+    display.settle();
+    return used.size() > 0;
+  }));
+  display.key(kLeftSuper, false);
+  display.settle();
+  const qsizetype before = used.size();
+  display.tap(kLetter);
+  display.settle();
+  EXPECT_EQ(used.size(), before) << "Super is let go";
+  modifiers.watch(false);
+}
+#endif
+
 }  // namespace
 }  // namespace tarnwick::testing

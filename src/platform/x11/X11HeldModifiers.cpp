@@ -15,8 +15,9 @@ struct X11HeldModifiersWords {
 
 }  // namespace
 
-X11HeldModifiers::X11HeldModifiers(X11Events& events) : events_(events) {
+X11HeldModifiers::X11HeldModifiers(X11Events& events) : events_(events), use_(events) {
   connect(&events, &X11Events::keyboardChanged, this, [this] { keymap_.reset(); });
+  connect(&use_, &X11KeyboardUse::used, this, &X11HeldModifiers::usedWithSuper);
 }
 
 Capability X11HeldModifiers::capability() const {
@@ -28,6 +29,7 @@ Capability X11HeldModifiers::capability() const {
 void X11HeldModifiers::watch(bool watched) {
   if (watched == static_cast<bool>(watching_)) return;
   held_ = 0;
+  use_.watch(false);
   if (!watched) {
     disconnect(std::exchange(watching_, {}));
     return;
@@ -38,6 +40,7 @@ void X11HeldModifiers::watch(bool watched) {
 void X11HeldModifiers::take(quint8 held) {
   if (!keymap_) keymap_ = X11Keymap::read(events_.connection());
   const quint32 mask = maskOf(held);
+  use_.watch(mask == VirtualKeys::kCommand);
   if (std::exchange(held_, mask) != mask) Q_EMIT changed(mask);
 }
 

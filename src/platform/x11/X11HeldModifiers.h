@@ -4,6 +4,7 @@
 
 #include "desktop/HeldModifiers.h"
 #include "platform/x11/X11Events.h"
+#include "platform/x11/X11KeyboardUse.h"
 #include "platform/x11/X11Keymap.h"
 
 namespace tarnwick {
@@ -22,6 +23,7 @@ class X11HeldModifiers final : public HeldModifiers {
   quint32 maskOf(quint8 held) const;
 
   X11Events& events_;
+  X11KeyboardUse use_;
   std::optional<X11Keymap> keymap_;  ///< Read when it is needed; none once the keyboard changed.
   QMetaObject::Connection watching_;
   quint32 held_ = 0;
