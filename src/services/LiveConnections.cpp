@@ -29,7 +29,8 @@ QCoro::Task<std::optional<Connections::SignedIn>> signInOf(OAuthTokens tokens, D
                                                            std::stop_token stop) {
   const std::optional<OAuthRecord> record = co_await tokens.record(std::move(widget), stop);
   if (!record) co_return std::nullopt;
-  co_return Connections::SignedIn{record->clientID, !record->clientSecret.isEmpty()};
+  const Connections::SignedIn signedIn{record->clientID, !record->clientSecret.isEmpty()};
+  co_return signedIn;
 }
 
 /// The secret that is kept with the sign-in of a client; empty for none.
@@ -59,7 +60,9 @@ QCoro::Task<QString> signInWith(OAuthSignIn signIn, OAuthTokens tokens, Provider
   // What is kept belongs to the service's own host, whatever the options say.
   widget = provider.configured(std::move(widget));
   if (!secret) secret = co_await secretOf(tokens, widget, clientID, stop);
-  const QString fault = co_await signedInto(signIn, tokens, provider, widget, {clientID, *secret}, visit, stop);
+  // With a name: what is awaited must hold nothing that was made in its place.
+  const OAuthClient client{clientID, *secret};
+  const QString fault = co_await signedInto(signIn, tokens, provider, widget, client, visit, stop);
   co_return fault;
 }
 

@@ -219,9 +219,10 @@ class SignInAtAService : public Loopback {
   }
   static QCoro::Task<> signInAndKeep(OAuthSignIn signIn, OAuthTokens tokens, OAuthProvider provider, DockWidget widget,
                                      OAuthVisit visit, std::stop_token stop) {
+    const OAuthClient client{AuthorizationServer::kClient, AuthorizationServer::kSecret};
     OAuthRecord record;
     try {
-      record = co_await signIn.run(provider, {AuthorizationServer::kClient, AuthorizationServer::kSecret}, visit, stop);
+      record = co_await signIn.run(provider, client, visit, stop);
     } catch (const ServiceHTTPError& error) {
       throw DomainError::invalid(error.errorDescription());
     }

@@ -98,7 +98,7 @@ QCoro::Task<QString> refreshed(RefreshWork work) {
   if (!old.clientSecret.isEmpty()) fields.insert(u"client_secret"_s, old.clientSecret);
   QJsonValue answer;
   try {
-    answer = co_await OAuthContract::post(work.session, work.provider, fields, {});
+    answer = co_await OAuthContract::post(work.session, work.provider, fields, std::stop_token());
   } catch (const ServiceHTTPError& error) {
     // So a grant is refused that has expired or was taken back.
     if (error.status() == kBadRequest) throw ServiceHTTPError(kUnauthorized);
@@ -109,7 +109,8 @@ QCoro::Task<QString> refreshed(RefreshWork work) {
   if (work.state->keychain.stamp(work.account) != fresh.stamp) throw Cancelled();
   // The service may take back the old refresh token now: the new one must not get lost.
   work.state->unsaved.insert(work.account, fresh);
-  co_await saveRecord(work.state, work.account, fresh, work.provider.name, SecretStore::Asking::Never, {});
+  co_await saveRecord(work.state, work.account, fresh, work.provider.name, SecretStore::Asking::Never,
+                      std::stop_token());
   co_return fresh.record.accessToken;
 }
 
@@ -134,10 +135,14 @@ QCoro::Task<> endOf(std::shared_ptr<Refresh> refresh, std::stop_token stop) {
 }
 
 QCoro::Task<KeptCredential> keptOf(SharedTokens state, QString account, std::stop_token stop) {
-  if (const auto unsaved = state->unsavedOf(account)) co_return KeptCredential{unsaved->record, {}};
+  KeptCredential kept;
+  if (const auto unsaved = state->unsavedOf(account)) {
+    kept.record = unsaved->record;
+    co_return kept;
+  }
   const std::optional<QString> text = co_await state->keychain.read(account, stop);
   throwIfStopped(stop);
-  KeptCredential kept{std::nullopt, text.value_or(QString())};
+  kept.text = text.value_or(QString());
   kept.record = OAuthRecord::decode(kept.text);
   co_return kept;
 }
@@ -146,7 +151,7 @@ QCoro::Task<> offerAgain(SharedTokens state, QString account, QString name) {
   const auto unsaved = state->unsavedOf(account);
   if (!unsaved || state->refreshOf(account)) co_return;
   try {
-    co_await saveRecord(state, account, *unsaved, name, SecretStore::Asking::Never, {});
+    co_await saveRecord(state, account, *unsaved, name, SecretStore::Asking::Never, std::stop_token());
   } catch (const DomainError&) {
     // It was said when it happened; the sign-in is good as long as the program runs.
   } catch (const Cancelled&) {
@@ -174,7 +179,8 @@ QCoro::Task<QString> tokenOf(SharedTokens state, DockWidget widget, OAuthProvide
         refresh = std::make_shared<Refresh>();
         refresh->stamp = stamp;
         state->refreshing.insert(account, refresh);
-        runRefresh({state, account, {stamp, *kept.record}, provider, session}, refresh);
+        const RefreshWork work{state, account, {stamp, *kept.record}, provider, session};
+        runRefresh(work, refresh);
       }
     }
     co_await endOf(refresh, stop);
