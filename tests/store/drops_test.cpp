@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 #include "base/DomainError.h"
-#include "config/Persistence.h"
 #include "config/WidgetTransfer.h"
 #include "store/AppStore.h"
 #include "store/DockDrops.h"
@@ -13,7 +11,6 @@
 #include "store/WidgetPlaces.h"
 #include "support/TestScheduler.h"
 #include "support/TestServices.h"
-#include "support/Wait.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -33,7 +30,6 @@ struct Credentials : CredentialKeeping {
 struct Fetches final : RemoteRefresh {
   void refresh(const DockWidget& widget) override { asked << widget.options.value(option::city); }
   void refreshAll() override { asked << u"all"_s; }
-  void cancelAll() override { asked << u"none"_s; }
   QStringList asked;
 };
 
@@ -79,7 +75,6 @@ class DropsTest : public testing::Test {
   }
   QString sentence() const { return undo.latest() ? undo.latest()->sentence : QString(); }
 
-  QTemporaryDir scratch;
   test::TestScheduler time;
   NoDesktop desktop{time};
   QList<QUuid> forgotten;
@@ -355,16 +350,13 @@ TEST_F(DropsTest, ARemovedWidgetComesBackWhereItWas) {
   EXPECT_EQ(forgotten, (QList<QUuid>{full[0].id, full[1].id}));
 }
 
-TEST_F(DropsTest, WhatComesBackIsFetchedAtOnceAndWhatIsReplacedIsCancelledBefore) {
+TEST_F(DropsTest, WhatComesBackIsFetchedAtOnce) {
   const auto in = [](DockWidget widget, const QString& city) {
     widget.options[option::city] = city;
     return widget;
   };
   const DockWidget rome = in(tile(kind::weatherCurrent.toString()), u"Rome"_s);
   const DockWidget unset = tile(kind::weatherCurrent.toString());
-  DockConfiguration imported = store.config();
-  imported.scale = 1.5;
-  Persistence::save(imported, scratch.filePath(u"settings.json"_s));
   struct Case {
     const char* name;
     std::function<void()> act;
@@ -378,13 +370,6 @@ TEST_F(DropsTest, WhatComesBackIsFetchedAtOnceAndWhatIsReplacedIsCancelledBefore
        "", "Bonn"},
       {"a unit", [&] { edits.change([](DockConfiguration& config) { config.temperatureUnit = u"fahrenheit"_s; }); },
        "all", "all", "all"},
-      {"a file",
-       [&] {
-         bool isOver = false;
-         edits.importConfiguration(scratch.filePath(u"settings.json"_s), [&](bool) { isOver = true; });
-         ASSERT_TRUE(waitFor([&] { return isOver; }));
-       },
-       "none all", "none all", "none all"},
   };
   for (const Case& each : cases) {
     SCOPED_TRACE(each.name);
