@@ -27,7 +27,7 @@ constexpr double kRoseStroke = 1.5;
 constexpr double kRoseTick = 4;
 constexpr int kSunSteps = 48;
 constexpr double kDaysFill = 0.13;
-constexpr double kDaysLine = 0.6;
+constexpr double kDaysLine = 0.42;
 constexpr double kDaysStroke = 1.5;
 
 void paintDot(QPainter& painter, QPointF at, double radius, double halo, const QColor& color) {
