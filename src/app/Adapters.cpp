@@ -70,7 +70,7 @@ QCoro::Task<GeocodeCache::Place> placeHere(WeatherLocation location, std::stop_t
 }  // namespace
 
 Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory,
-                   const QByteArray& certificates)
+                   const QByteArray& certificates, const BaseAddresses& addresses)
     : scheduler_(scheduler),
       environment_(environment),
       dataDirectory_(dataDirectory),
@@ -80,6 +80,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       keychain_(std::make_shared<SecretServiceStore>(QDBusConnection::sessionBus()), dataDirectory),
       tokens_(keychain_),
       network_{.scheduler = &scheduler_, .certificates = certificates},
+      addresses_(addresses),
       web_(std::make_shared<WebSession>(std::make_shared<LoadedTransport>(network_), keychain_, tokens_, scheduler_)),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),

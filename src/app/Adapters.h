@@ -22,9 +22,10 @@ namespace tarnwick {
 class Adapters {
  public:
   /// `dataDirectory` is where the program keeps what is the user's. `certificates` are trusted besides those of the
-  /// system, as PEM; only tests have any. Throws DomainError where there is no supported window system.
+  /// system, as PEM, and `addresses` are where services are; only tests give any. Throws DomainError where there is no
+  /// supported window system.
   Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, const QString& dataDirectory,
-           const QByteArray& certificates = {});
+           const QByteArray& certificates = {}, const BaseAddresses& addresses = BaseAddresses::shipped());
   ~Adapters();
 
   const Services& services() const { return services_; }
@@ -54,7 +55,7 @@ class Adapters {
   const Keychain keychain_;
   const OAuthTokens tokens_;
   const NetworkSetup network_;
-  const BaseAddresses addresses_ = BaseAddresses::shipped();
+  const BaseAddresses addresses_;
   const std::shared_ptr<ServiceSession> web_;  ///< By which services on the net are asked.
   LiveConnections& connections_;
   Readings& readings_;

@@ -23,7 +23,8 @@ void ShellTest::start(const DockConfiguration& given) {
   config.onboardingComplete = true;  // No window covers the dock or takes the keyboard.
   desk.moveTo(desk.away());
   Persistence::save(config, file());
-  adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess(), QFileInfo(file()).path(), certificates);
+  adapters = std::make_unique<Adapters>(time, LaunchEnvironment::ofProcess(), QFileInfo(file()).path(), certificates,
+                                        addresses);
   StoreSetup store = adapters->storeSetup();
   store.storage = file();
   DelegateSetup setup = adapters->delegateSetup();

@@ -51,6 +51,8 @@ class ShellTest : public ::testing::Test {
 
   /// Certificates that the next start trusts besides those of the system, as PEM.
   QByteArray certificates;
+  /// Where services are, for the next start.
+  BaseAddresses addresses = BaseAddresses::shipped();
   /// Whether the next start takes the place of another run.
   bool replaces = false;
   TestDesk& desk = TestDesk::current();

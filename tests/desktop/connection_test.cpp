@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <algorithm>
 #include <atomic>
 
 #include "desktop/ShellTest.h"
@@ -159,6 +160,46 @@ TEST_F(ConnectionScenario, ATileIsConnectedByKeysAndKeepsItsValueThroughWhatItsS
   EXPECT_TRUE(comes([&] { return !reading().value.failed && !reading().isLoading; }));
   EXPECT_FALSE(reading().pausedUntil);
   EXPECT_EQ(second.received().size(), 2);
+}
+
+TEST_F(ConnectionScenario, MoneyIsConvertedInThePanelByKeys) {
+  const TestServer rates(TestCertificates::all().good, [](const TestRequest&) {
+    return TestReply::of(200, R"({"date": "2026-11-27", "rate": 1.25})");
+  });
+  addresses.set(ServiceHost::ExchangeRates, QUrl(addressOf(rates)));
+  DockConfiguration config;
+  config.profiles[0].widgets = {{QUuid::createUuid(), u"converter"_s, {}, {}}};
+  startShown(config);
+  desk.settle();
+  dock().focus();
+  ASSERT_TRUE(inTime([&] { return view().hasFocus() && view().focusedItem() == 0; }));
+  desk.tap(KEY_ENTER);
+  const auto field = [] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); };
+  ASSERT_TRUE(inTime([&] { return field() && field()->window()->isActiveWindow(); }));
+  const QWidget* panel = field()->window();
+  desk.settle();
+  // The last of the quantities stands before the value.
+  desk.type({KEY_TAB}, {KEY_LEFTSHIFT});
+  const auto isOnMoney = [] {
+    const auto* at = qobject_cast<const QPushButton*>(QApplication::focusWidget());
+    return at && at->accessibleName() == u"Currency"_s;
+  };
+  ASSERT_TRUE(comesTrue(isOnMoney));
+  desk.tap(KEY_SPACE);
+  const auto option = [&](QLatin1StringView key) { return store().widgets().first().options.value(key); };
+  ASSERT_TRUE(comesTrue([&] { return option(option::from).size() == 3; }));
+  desk.tap(KEY_TAB);
+  ASSERT_TRUE(comesTrue([&] { return field() != nullptr; }));
+  ASSERT_TRUE(write(u"20"_s));
+  EXPECT_TRUE(comes([&] {
+    const QList<QWidget*> parts = panel->findChildren<QWidget*>();
+    return std::ranges::any_of(parts, [&](const QWidget* part) {
+      return part->isVisible() && part->accessibleName() == u"25 "_s + option(option::to);
+    });
+  }));
+  const QString pair = u"/v2/rate/%1/%2"_s.arg(option(option::from), option(option::to)).toLower();
+  ASSERT_EQ(rates.received().size(), 1) << "the rate is asked for once";
+  EXPECT_EQ(QString::fromLatin1(rates.received().first().path), pair);
 }
 
 }  // namespace
