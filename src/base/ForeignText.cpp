@@ -1,5 +1,7 @@
 #include "base/ForeignText.h"
 
+#include <algorithm>
+
 #include "base/Text.h"
 
 namespace tarnwick {
@@ -21,9 +23,17 @@ bool breaksLine(char16_t unit) {
 
 bool isControl(char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }
 
+/// Each a character by itself, which does nothing to others: of most texts all are.
+bool isPlain(QChar unit) {
+  const char16_t code = unit.unicode();
+  return (code >= 0x20 && code < 0x7F) || (code >= 0xA0 && code < 0x300);
+}
+
 }  // namespace
 
 QString ForeignText::line(const QString& text) {
+  // Lists of thousands come at once.
+  if (text.size() <= kMostCharacters && !text.endsWith(u' ') && std::ranges::all_of(text, isPlain)) return text;
   QString clean;
   const QStringView seen = QStringView(text).left(kMostUnits);
   clean.reserve(seen.size());
