@@ -27,9 +27,9 @@ bool isWhole(double value) {
 
 QUrl ProviderData::url(const QString& base, const QMap<QString, QString>& query) {
   QUrl address(base, QUrl::StrictMode);
-  if (address.scheme() != "https"_L1 || address.host().isEmpty() || address.authority().contains(u'@'))
-    throw invalid(QT_TRANSLATE_NOOP("Services", "Enter a valid HTTPS service address."));
-  if (!address.isValid()) throw invalid(QT_TRANSLATE_NOOP("Services", "The service address is invalid."));
+  require(base.isEmpty() || address.isValid(), ServiceWords::tr("The service address is invalid."));
+  require(address.scheme() == "https"_L1 && !address.host().isEmpty() && !address.authority().contains(u'@'),
+          ServiceWords::tr("Enter a valid HTTPS service address."));
   if (query.isEmpty()) return address;
   QUrlQuery items;
   for (const auto& [key, value] : query.asKeyValueRange()) items.addQueryItem(encoded(key), encoded(value));

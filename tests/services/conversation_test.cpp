@@ -78,6 +78,14 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
   const Options project{{u"projectRef"_s, u"abcdefghijklmnopqrst"_s}};
   const Options site{{u"site"_s, u"example.com"_s}};
   const Options entity{{u"server"_s, u"https://home.example"_s}, {u"entity"_s, u"light.a"_s}};
+  const Options shop{{u"shop"_s, u"a.myshopify.com"_s}, {u"shopifyReportMode"_s, u"orders"_s}};
+  const QString boolean = u"A boolean cannot be used as a metric count."_s;
+  const QString count = u"The provider returned an invalid count."_s;
+  const QString unexpected = u"The provider returned an unexpected response."_s;
+  const QString percentage = u"Invalid usage percentage."_s;
+  const QString emails = u"Resend did not return a paginated email list."_s;
+  const QString errors =
+      u"The provider could not complete this query. Check the credential’s permissions and account plan."_s;
   const struct {
     QString kind;
     Options options;
@@ -155,6 +163,71 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
        u"Cursor has not reported an allowance limit."_s},
       {u"cursorPersonalUsage"_s, {}, u"{}"_s, u"Cursor did not report a measurable subscription allowance."_s},
       {u"analyticsCursorUsage"_s, {}, uR"({"usageEvents":[]})"_s, u"Cursor did not return paginated team usage."_s},
+      // A number is neither a truth nor a word, and no more than there can be of what it counts.
+      {u"revenueStripe"_s,
+       {},
+       uR"({"data":[{"id":"1","reporting_category":"charge","currency":"usd","net":"1"}]})"_s,
+       u"Stripe returned an incomplete balance transaction."_s},
+      {u"revenueStripe"_s,
+       {},
+       uR"({"data":[{"id":"1","reporting_category":"charge","currency":"usd","net":1.5}]})"_s,
+       u"Stripe returned an incomplete balance transaction."_s},
+      {u"revenueStripe"_s,
+       {},
+       uR"({"data":[],"has_more":"no"})"_s,
+       u"Stripe did not return a paginated balance ledger."_s},
+      {u"revenuePolar"_s, {}, uR"({"totals":{"net_revenue":true}})"_s, boolean},
+      {u"revenuePolar"_s, {}, uR"({"totals":{}})"_s, u"The provider did not return a numeric net_revenue value."_s},
+      {u"cryptoQuote"_s, {}, uR"({"bitcoin":{"usd":false}})"_s, boolean},
+      {u"analyticsPlausible"_s, site, uR"({"results":[{"metrics":["many"]}]})"_s,
+       u"The provider did not return a numeric visitors value."_s},
+      {u"analyticsSimpleAnalytics"_s, site, uR"({"status":"success","visitors":true})"_s, boolean},
+      {u"analyticsSimpleAnalytics"_s, site, uR"({"status":"error"})"_s, unexpected},
+      {u"analyticsDataFast"_s, {}, uR"({"data":[{"visitors":1.5}]})"_s, count},
+      {u"analyticsDubOverview"_s, {}, uR"({"clicks":9007199254740994})"_s, count},
+      {u"socialYouTube"_s,
+       {{u"channel"_s, u"@a"_s}},
+       uR"({"items":[{"statistics":{"subscriberCount":true}}]})"_s,
+       boolean},
+      {u"socialTikTok"_s, {}, uR"({"data":{"user":{"follower_count":-1}}})"_s, count},
+      {u"gmailUnreadSummary"_s,
+       {},
+       uR"({"messagesUnread":"a few"})"_s,
+       u"The provider did not return a numeric messagesUnread value."_s},
+      {u"homeAssistant"_s, entity, uR"({"entity_id":"light.a","state":true})"_s,
+       u"Choose a number, text, or list field."_s},
+      {u"stockQuote"_s, {}, uR"({"close":true,"percent_change":"1"})"_s, boolean},
+      {u"claudePlanUsage"_s, {}, uR"({"five_hour":{"utilization":"5"}})"_s, percentage},
+      {u"claudePlanUsage"_s, {}, uR"({"five_hour":{"utilization":-1}})"_s, percentage},
+      {u"copilotUsage"_s, {}, uR"({"quota_snapshots":{"chat":{"percent_remaining":true}}})"_s, percentage},
+      {u"glmUsage"_s, {}, uR"({"data":{"limits":[{"type":"TIME_LIMIT","percentage":101}]}})"_s, percentage},
+      {u"cursorPersonalUsage"_s, {}, uR"({"individualUsage":{"plan":{"used":9,"limit":3}}})"_s, percentage},
+      {u"analyticsCursorUsage"_s,
+       {},
+       uR"({"pagination":{"hasNextPage":false},"usageEvents":[{"isTokenBasedCall":true,"tokenUsage":{},"chargedCents":"1"}]})"_s,
+       u"Cursor did not return paginated team usage."_s},
+      // Errors beside what was asked for.
+      {u"productivityLinear"_s,
+       {},
+       uR"({"errors":[{}],"data":{"viewer":{"assignedIssues":{"nodes":[],"pageInfo":{"hasNextPage":false}}}}})"_s,
+       errors},
+      {u"revenueStripe"_s, {}, uR"({"errors":["no"],"data":[]})"_s, errors},
+      {u"analyticsPlausible"_s, site, uR"({"errors":[1],"results":[{"metrics":[1]}]})"_s, errors},
+      {u"dropbox"_s, {}, uR"({"errors":[{}],"entries":[],"has_more":false})"_s, errors},
+      {u"shopifyRevenue"_s, shop, uR"({"errors":[{}],"data":{"orders":{"nodes":[]}}})"_s, errors},
+      // Dates that are none.
+      {u"analyticsResend"_s, {}, uR"({"has_more":false,"data":[{"id":"1","created_at":"yesterday"}]})"_s, emails},
+      {u"analyticsResend"_s,
+       {},
+       uR"({"has_more":false,"data":[{"id":"1","created_at":"2026-13-40T00:00:00Z"}]})"_s,
+       emails},
+      {u"analyticsResend"_s, {}, uR"({"has_more":false,"data":[{"id":"1","created_at":1795515840}]})"_s, emails},
+      {u"shopifyRevenue"_s, shop,
+       uR"({"data":{"orders":{"nodes":[{"id":"1","createdAt":"today","currentTotalPriceSet":{"shopMoney":{"amount":"1","currencyCode":"USD"}}}]}}})"_s,
+       u"Shopify returned an incomplete order metric."_s},
+      {u"shopifyRevenue"_s, shop,
+       uR"({"data":{"orders":{"nodes":[{"id":"1","createdAt":"2026-11-24T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"nan","currencyCode":"USD"}}}],"pageInfo":{"hasNextPage":false}}}})"_s,
+       u"The order total is invalid."_s},
       {u"grokUsage"_s,
        {},
        u"403"_s,
@@ -172,6 +245,7 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
 TEST_F(Conversations, BeginWithOptionsAndCredentialsThatCanBeUsed) {
   const QString coins = u"Enter up to 12 CoinGecko coin IDs separated by commas."_s;
   const QString entity = u"Enter an entity ID such as sensor.temperature."_s;
+  const QString shop = u"Enter the store’s exact Shopify domain, such as your-store.myshopify.com."_s;
   const struct {
     QString kind;
     Options options;
@@ -203,16 +277,15 @@ TEST_F(Conversations, BeginWithOptionsAndCredentialsThatCanBeUsed) {
        u"key"_s,
        u"A Dropbox folder path starts with /, or is empty for root."_s},
       {u"homeAssistant"_s, {{u"server"_s, u"http://home"_s}}, u"key"_s, u"Enter a valid HTTPS service address."_s},
+      {u"homeAssistant"_s, {}, u"key"_s, u"Enter a valid HTTPS service address."_s},
+      {u"homeAssistant"_s, {{u"server"_s, u"https://ho me"_s}}, u"key"_s, u"The service address is invalid."_s},
       {u"homeAssistant"_s, {{u"server"_s, u"https://u:p@home"_s}}, u"key"_s, u"Enter a valid HTTPS service address."_s},
       {u"homeAssistant"_s, {{u"server"_s, u"https://home"_s}, {u"entity"_s, u"a.b/../c"_s}}, u"key"_s, entity},
       {u"homeAssistant"_s,
        {{u"server"_s, u"https://home"_s}, {u"entity"_s, u"light.a"_s}},
        u""_s,
        u"Add your provider credential in Connection Settings."_s},
-      {u"shopifyRevenue"_s,
-       {{u"shop"_s, u"tarn.example"_s}},
-       u"key"_s,
-       u"Enter the store’s exact Shopify domain, such as your-store.myshopify.com."_s},
+      {u"shopifyRevenue"_s, {{u"shop"_s, u"tarn.example"_s}}, u"key"_s, shop},
       {u"shopifyRevenue"_s,
        {{u"shop"_s, u"a.myshopify.com"_s}, {u"shopifyReportMode"_s, u"all"_s}},
        u"key"_s,
@@ -221,6 +294,29 @@ TEST_F(Conversations, BeginWithOptionsAndCredentialsThatCanBeUsed) {
        {{u"shop"_s, u"a.myshopify.com"_s}, {u"periodDays"_s, u"2"_s}},
        u"key"_s,
        u"Choose a period of 1, 7, or 30 days."_s},
+      {u"shopifyRevenue"_s, {{u"shop"_s, u"a.myshopify.com/admin"_s}}, u"key"_s, shop},
+      {u"shopifyRevenue"_s, {{u"shop"_s, u"a.myshopify.com.evil.example"_s}}, u"key"_s, shop},
+      {u"shopifyRevenue"_s, {{u"shop"_s, u"evil.example/a.myshopify.com"_s}}, u"key"_s, shop},
+      {u"shopifyRevenue"_s, {{u"shop"_s, u"Tarn.myshopify.com"_s}}, u"key"_s, shop},
+      {u"shopifyRevenue"_s, {{u"shop"_s, u"-a.myshopify.com"_s}}, u"key"_s, shop},
+      {u"homeAssistant"_s, {{u"server"_s, u"https://home"_s}, {u"entity"_s, u"../api/config"_s}}, u"key"_s, entity},
+      {u"homeAssistant"_s, {{u"server"_s, u"https://home"_s}, {u"entity"_s, u"light"_s}}, u"key"_s, entity},
+      {u"homeAssistant"_s, {{u"server"_s, u"https://home"_s}, {u"entity"_s, u"light..a"_s}}, u"key"_s, entity},
+      {u"homeAssistant"_s,
+       {{u"server"_s, u"https://home/?a=b"_s}, {u"entity"_s, u"light.a"_s}},
+       u"key"_s,
+       u"Enter a valid HTTPS service address."_s},
+      {u"analyticsGitHub"_s,
+       {{u"field"_s, u"forks"_s}, {u"repository"_s, u"a/.."_s}},
+       u"key"_s,
+       u"Enter a repository as owner/repository."_s},
+      {u"analyticsGitHubContributions"_s, {{u"username"_s, u"../user"_s}}, u"key"_s, u"Enter a GitHub username."_s},
+      {u"stockQuote"_s,
+       {{u"symbols"_s, u"a,b,c,d,e,f,g,h,i,j,k,l,m"_s}},
+       u"key"_s,
+       u"Enter up to 12 stock symbols separated by commas."_s},
+      {u"grokUsage"_s, {}, u"a\tb"_s, u"Add a valid Grok CLI access token in Connection Settings."_s},
+      {u"cursorPersonalUsage"_s, {}, u"name=a; other=b"_s, u"Enter only the Cursor session token value."_s},
       {u"stockQuote"_s, {{u"symbols"_s, u","_s}}, u"key"_s, u"Enter up to 12 stock symbols separated by commas."_s},
       {u"claudePlanUsage"_s,
        {},

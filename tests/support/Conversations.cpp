@@ -281,7 +281,8 @@ QList<Conversation> ofAccountsAndPlans() {
        {{u"GET https://gmail.googleapis.com/gmail/v1/users/me/labels/INBOX Bearer key"_s,
          uR"({"messagesUnread":3,"messagesTotal":40})"_s},
         {u"GET https://gmail.googleapis.com/gmail/v1/users/me/messages?labelIds=INBOX&maxResults=10 Bearer key"_s,
-         uR"({"messages":[{"id":"m1"},{"id":"../x"}]})"_s},
+         uR"({"messages":[{"id":"m0"},{"id":"m1"},{"id":"../x"}]})"_s},
+        {u"GET https://gmail.googleapis.com/gmail/v1/users/me/messages/m0?format=metadata Bearer key"_s, u"404"_s},
         {u"GET https://gmail.googleapis.com/gmail/v1/users/me/messages/m1?format=metadata Bearer key"_s,
          uR"({"payload":{"headers":[{"name":"Subject","value":"Hello"},{"name":"FROM","value":"a@b.example"}]}})"_s}},
        u"3 | Unread in inbox | Inbox messages | Unread=3, Total=40 | Hello (a@b.example) → "

@@ -81,6 +81,7 @@ QList<QJsonObject> ShopifyAnalyticsReport::table(const QJsonValue& value, const 
           ServiceWords::tr("Shopify Analytics did not return the %1 report. Check read_reports and protected customer "
                            "data access.")
               .arg(name));
+  ProviderData::object(value);
   const QJsonValue errors = report[u"parseErrors"];
   const bool isParsed = errors.isUndefined() || errors.isNull() || (errors.isArray() && errors.toArray().isEmpty());
   require(isParsed, ServiceWords::tr("Shopify Analytics could not parse the %1 report. Verify this store supports "
