@@ -53,6 +53,8 @@ TEST(PanelsTest, EveryKindHasOneWithNamedControlsThatFits) {
       EXPECT_TRUE(panel->rect().contains(place)) << control->metaObject()->className();
     }
     EXPECT_EQ(panel->findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0) << "all of it is seen";
+    for (const QScrollArea* area : panel->findChildren<QScrollArea*>())
+      EXPECT_FALSE(area->widget()->autoFillBackground()) << "nothing but the glass is behind it";
   }
 }
 

@@ -47,6 +47,11 @@ ScrollArea::ScrollArea(QWidget* parent) : QScrollArea(parent), thumb_(new Thumb(
   });
 }
 
+void ScrollArea::setWidget(QWidget* content) {
+  QScrollArea::setWidget(content);
+  content->setAutoFillBackground(false);
+}
+
 int ScrollArea::contentHeight(int width) const {
   const QLayout* layout = widget() ? widget()->layout() : nullptr;
   if (!layout) return widget() ? widget()->sizeHint().height() : 0;

@@ -12,6 +12,8 @@ class ScrollArea final : public QScrollArea {
  public:
   explicit ScrollArea(QWidget* parent = nullptr);
 
+  /// The content, through which what lies behind the area is seen: the toolkit would put a ground below it.
+  void setWidget(QWidget* content);
   /// The height that the content has in a width.
   int contentHeight(int width) const;
   QSize sizeHint() const override;

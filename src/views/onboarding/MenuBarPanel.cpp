@@ -71,7 +71,6 @@ MenuBarPanel::MenuBarPanel(AppStore& store, Commands& commands, bool reduceMotio
   fillProfiles();  // Tab goes through what there is in the order in which it was made.
   addEntries();
   scroll_->setWidget(content_);
-  content_->setAutoFillBackground(false);
   follow(content_);
   addFullWidth(frame(), scroll_);
   setScheme(true, Backdrop::Plain);

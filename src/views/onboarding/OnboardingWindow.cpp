@@ -113,9 +113,7 @@ int OnboardingWindow::page() const { return pages_->currentIndex(); }
 
 void OnboardingWindow::addPage() {
   // A screen that is too small for a page scrolls it.
-  auto* area = new ScrollArea;
-  area->viewport()->setAutoFillBackground(false);
-  pages_->addWidget(area);
+  pages_->addWidget(new ScrollArea);
 }
 
 QWidget* OnboardingWindow::makePage(int page) {
@@ -146,7 +144,6 @@ void OnboardingWindow::turnTo(int page) {
   // Made when it is turned to: at the start, when this window opens, parts of the desktop have not answered yet.
   QWidget* made = makePage(page);
   static_cast<ScrollArea*>(pages_->widget(page))->setWidget(made);
-  made->setAutoFillBackground(false);
   pages_->setCurrentIndex(page);
   dots_->setPage(page);
   later_->setVisible(page + 1 < kPages);

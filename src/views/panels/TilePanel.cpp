@@ -134,7 +134,6 @@ TilePanel::TilePanel(const PanelContext& context, int width)
   column->addWidget(own_);
   column->addWidget(empty_);
   scroll_->setWidget(content_);
-  content_->setAutoFillBackground(false);
   follow(content_);
   addFullWidth(frame(), scroll_);
   frame().setStretchFactor(scroll_, 1);
