@@ -102,18 +102,24 @@ class ClipboardScenario : public ShellTest {
     return comesTrue([&] { return program.state() == QProcess::NotRunning; });
   }
 
+  /// Opens the panel; its entries, once there are more than that, else null.
+  ItemView* openRows(int row) {
+    time.advance(1);  // A click soon after another one belongs to that.
+    desk.click(tile(0).center());
+    ItemView* rows = nullptr;
+    const bool hasOpened = comesTrue([&] { return isOpen(); }) && comesTrue([&] {
+                             for (QWidget* each : QApplication::allWidgets())
+                               if (auto* found = qobject_cast<ItemView*>(each); found && found->isVisible())
+                                 rows = found;
+                             return rows && rows->items().size() > row;
+                           });
+    return hasOpened ? rows : nullptr;
+  }
   /// Opens the panel and puts the entry of a row back.
   void putBack(int row) {
-    time.advance(1);  // A click soon after another one belongs to that.
     const quint64 before = pasteboard().changeCount();
-    desk.click(tile(0).center());
-    ASSERT_TRUE(comesTrue([&] { return isOpen(); }));
-    ItemView* rows = nullptr;
-    ASSERT_TRUE(comesTrue([&] {
-      for (QWidget* each : QApplication::allWidgets())
-        if (auto* found = qobject_cast<ItemView*>(each); found && found->isVisible()) rows = found;
-      return rows && rows->items().size() > row;
-    }));
+    ItemView* rows = openRows(row);
+    ASSERT_TRUE(rows);
     rows->choose(row);
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
     QApplication::sendEvent(rows, &press);
@@ -194,6 +200,37 @@ TEST_F(ClipboardScenario, AnEntryThatIsPutBackArrivesAsItWasCopied) {
   putBack(3);
   EXPECT_EQ(paste(kPlain), text);
   EXPECT_EQ(kept().size(), 4);
+}
+
+TEST_F(ClipboardScenario, AnEntryIsDraggedIntoAnotherProgram) {
+  begin();
+  copy(kPlain, "carried");
+  ASSERT_TRUE(keeps(Kind::Text, u"carried"_s));
+  const QString dropped = folder.filePath(u"dropped"_s);
+  const auto program = desk.source(dropped);
+  ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
+  ItemView* rows = openRows(0);
+  ASSERT_TRUE(rows);
+  const QPoint row = rows->viewport()->mapToGlobal(rows->visualRect(rows->model()->index(0, 0)).center());
+  ASSERT_TRUE(comesTrue([&] { return isPainted(row); }));
+  desk.moveTo(row);
+  desk.button(true);
+  EXPECT_TRUE(comesTrue([&, way = 0]() mutable {
+    way = (way + 1) % 4;
+    desk.moveTo((way < 2 ? row - QPoint(20, 0) : desk.away()) + QPoint(way, way));
+    return way > 1 && QFile::exists(dropped);
+  })) << "the other program is told of it";
+  desk.settle();
+  desk.button(false);
+  EXPECT_TRUE(comesTrue([&] { return QFileInfo(dropped).size() > 0; }));
+  QFile file(dropped);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == "carried");
+  // A click outside closes the panel as before.
+  EXPECT_TRUE(isOpen());
+  EXPECT_TRUE(comesTrue([&] {
+    desk.click(desk.away());
+    return !isOpen();
+  }));
 }
 
 TEST_F(ClipboardScenario, WhatIsHeldOutlivesItsProgramAndTheRunThatHoldsIt) {

@@ -1,7 +1,11 @@
 // usage: drag_source FILE [X Y WIDTH HEIGHT | full]
-// A window, or one that fills the display, from which a file can be dragged. The other button moves it.
+// A window, or one that fills the display, from which a file can be dragged. The other button moves it. What is dropped
+// on it is written into the file as text; while something is held over it the file is there, and empty.
 #include <QApplication>
 #include <QDrag>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -13,7 +17,7 @@ namespace {
 
 class Source final : public QWidget {
  public:
-  explicit Source(const QString& file) : file_(file) {}
+  explicit Source(const QString& file) : file_(file) { setAcceptDrops(true); }
 
  protected:
   // Its corner is another colour than the rest, so that it is seen to be there also where it covers everything.
@@ -34,7 +38,21 @@ class Source final : public QWidget {
     drag->exec(Qt::CopyAction);
   }
 
+  void dragEnterEvent(QDragEnterEvent* event) override {
+    write({});
+    event->acceptProposedAction();
+  }
+  void dropEvent(QDropEvent* event) override {
+    write(event->mimeData()->text().toUtf8());
+    event->acceptProposedAction();
+  }
+
  private:
+  void write(const QByteArray& text) const {
+    if (QFileInfo(file_).size() > 0) return;  // What is carried out of here keeps its content.
+    if (QFile file(file_); file.open(QIODevice::WriteOnly)) file.write(text);
+  }
+
   QString file_;
 };
 

@@ -32,6 +32,8 @@ class ClearWindow final : public QWindow {
  Q_SIGNALS:
   void pointerChanged();
   void pressed();
+  /// Something that this program drags came over it. `source` is what the drag began at.
+  void ownDragMet(QObject* source);
 
  protected:
   bool event(QEvent* event) override;

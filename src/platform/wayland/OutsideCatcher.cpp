@@ -1,7 +1,9 @@
 #include "platform/wayland/OutsideCatcher.h"
 
+#include <QDrag>
 #include <QGuiApplication>
 #include <QScreen>
+#include <utility>
 
 namespace tarnwick {
 
@@ -14,7 +16,22 @@ OutsideCatcher::OutsideCatcher(const WaylandSession& session, const QRegion& ope
 
 void OutsideCatcher::setOpen(const QRegion& open) {
   open_ = open;
+  leaveOpen();
+}
+
+void OutsideCatcher::leaveOpen() {
   for (const auto& [screen, window] : windows_) leaveOpen(*window, screen->geometry());
+}
+
+// The compositor tells a program that something is dragged over it by what takes the pointer there.
+void OutsideCatcher::letThrough(QObject* source) {
+  const auto* drag = source->findChild<QDrag*>(QString(), Qt::FindDirectChildrenOnly);
+  if (!drag || std::exchange(letsThrough_, true)) return;
+  connect(drag, &QObject::destroyed, this, [this] {
+    letsThrough_ = false;
+    leaveOpen();
+  });
+  leaveOpen();
 }
 
 void OutsideCatcher::follow(QScreen* screen) {
@@ -22,6 +39,7 @@ void OutsideCatcher::follow(QScreen* screen) {
   auto window = std::make_unique<ClearWindow>(session_);
   // It is not destroyed while it reports the click.
   connect(window.get(), &ClearWindow::pressed, this, &OutsideCatcher::caught, Qt::QueuedConnection);
+  connect(window.get(), &ClearWindow::ownDragMet, this, &OutsideCatcher::letThrough, Qt::QueuedConnection);
   windows_[screen] = std::move(window);
   connect(screen, &QScreen::geometryChanged, this, [this, screen] { cover(*screen); });
   cover(*screen);
@@ -36,7 +54,8 @@ void OutsideCatcher::cover(QScreen& screen) {
 }
 
 void OutsideCatcher::leaveOpen(ClearWindow& window, const QRect& screen) const {
-  window.setInput(QRegion(QRect(QPoint(), screen.size())) - open_.translated(-screen.topLeft()));
+  const QRegion whole(QRect(QPoint(), screen.size()));
+  window.setInput(letsThrough_ ? QRegion() : whole - open_.translated(-screen.topLeft()));
 }
 
 }  // namespace tarnwick
