@@ -1,6 +1,7 @@
 #include "clipboard/ClipboardHistory.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QPointer>
 #include <mutex>
@@ -200,6 +201,23 @@ void ClipboardHistory::readThumbnail(const ClipboardEntry& entry, int side, QObj
   work_.start(read, [context = QPointer(context), done = std::move(done)](const ClipboardThumbnail& thumbnail) {
     if (context) done(thumbnail);
   });
+}
+
+bool ClipboardHistory::isFolder(const ClipboardEntry& entry) {
+  if (entry.kind != ClipboardEntry::Kind::File) return false;
+  if (const auto known = folders_.constFind(entry.value); known != folders_.cend()) return *known;
+  folders_.insert(entry.value, false);
+  if (isFixed_) return false;
+  // Not in order with the rest: it may be on a server that does not answer.
+  Background::run(Background::Lane::Reading, [self = QPointer(this), path = entry.value] {
+    if (!QFileInfo(path).isDir()) return;
+    Background::answer([self, path] {
+      if (!self) return;
+      self->folders_.insert(path, true);
+      Q_EMIT self->didChange();
+    });
+  });
+  return false;
 }
 
 QString ClipboardHistory::picturePath(const ClipboardEntry& entry) const {

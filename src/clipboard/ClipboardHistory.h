@@ -70,6 +70,8 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   using Thumbnail = std::function<void(const ClipboardThumbnail& thumbnail)>;
   /// The same, no side longer than `side`.
   void readThumbnail(const ClipboardEntry& entry, int side, QObject* context, Thumbnail done);
+  /// Whether an entry is a folder. That is looked up elsewhere once it is asked for; `didChange` follows where it is.
+  bool isFolder(const ClipboardEntry& entry);
   /// The picture's file, for programs that take files; empty where there is none.
   QString picturePath(const ClipboardEntry& entry) const;
 
@@ -100,6 +102,7 @@ class ClipboardHistory final : public QObject, public ClipboardMigration {
   bool isLoaded_ = false;
   bool isFixed_ = false;
   QHash<QString, ClipboardThumbnail> fixedThumbnails_;
+  QHash<QString, bool> folders_;  ///< By path, of what was asked for.
   std::weak_ptr<WaitingPicture> waiting_;
   OrderedWork work_;
 };

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QMimeData>
 #include <QTest>
 #include <QTextDocument>
@@ -168,8 +169,10 @@ TEST_F(ClipboardPanelTest, ShowsGroupsThatHoldSomething) {
   EXPECT_EQ(titles(), (QStringList{u"https://example.org/a"_s, u"#abc"_s, u"/plain"_s}));
   for (const QString& missing : {u"Favourites"_s, u"Images"_s, u"Files"_s})
     EXPECT_FALSE(button(missing)) << missing.toStdString();
+  const int height = panel->sizeHint().height();
   click(u"Colours"_s);
   EXPECT_EQ(titles(), QStringList{u"#abc"_s});
+  EXPECT_EQ(panel->sizeHint().height(), height) << "the tabs stay under the pointer";
   act(0, u"Add to Favourites"_s);
   EXPECT_EQ(view().items().first().mark, u"star"_s);
   click(u"Favourites"_s);
@@ -177,6 +180,22 @@ TEST_F(ClipboardPanelTest, ShowsGroupsThatHoldSomething) {
   act(0, u"Remove from Favourites"_s);
   EXPECT_EQ(titles().size(), 3) << "a group without entries gives way to the recent ones";
   EXPECT_FALSE(button(u"Favourites"_s));
+}
+
+TEST_F(ClipboardPanelTest, AFolderIsNotCalledAFile) {
+  QFile file(folder_.filePath(u"note.txt"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(u"Letters"_s));
+  for (const auto& name : {u"note.txt"_s, u"Letters"_s}) {
+    ClipboardCapture copied;
+    copied.kind = ClipboardEntry::Kind::File;
+    copied.value = folder_.filePath(name);
+    history->record(copied);
+  }
+  settle();
+  open();
+  EXPECT_TRUE(waitFor([&] { return view().items().value(0).caption.startsWith(u"Folder · "_s); }));
+  EXPECT_TRUE(view().items().value(1).caption.startsWith(u"File · "_s));
 }
 
 TEST_F(ClipboardPanelTest, IsSearchedByWritingAndPutsAnEntryBackByReturn) {

@@ -351,7 +351,13 @@ void ItemView::startDrag(Qt::DropActions) {
     shown.fill(Qt::transparent);
     QPainter painter(&shown);
     painter.setRenderHint(QPainter::Antialiasing);
-    picture_(painter, QRectF(0, 0, side, side), item);
+    const QRectF box(0, 0, side, side);
+    if (dragGround_ >= 0) {
+      QColor ground = lookOf(*this).palette.panel.bodyTop;
+      ground.setAlpha(255);
+      drawRounded(painter, box, dragGround_, ground);
+    }
+    picture_(painter, box, item);
     painter.end();
     drag->setPixmap(shown);
   }

@@ -45,6 +45,8 @@ class ItemView final : public QListView, public ItemActions {
   ~ItemView() override;
 
   void setPicture(Picture picture);
+  /// Pictures that let the panel's glass through take some of it along when they are dragged out, with such corners.
+  void setDragGround(double corner) { dragGround_ = corner; }
   void setItemAction(const QString& symbol, const QString& label, const QKeySequence& key);
   /// What a right click, the menu key and screen readers offer for an item.
   using Menu = std::function<QList<PaneMenuEntry>(const QString& id)>;
@@ -116,6 +118,7 @@ class ItemView final : public QListView, public ItemActions {
   Shape shape_;
   Model* model_;
   Picture picture_;
+  double dragGround_ = -1;  ///< Its corner; below 0 for none.
   Menu menu_;
   QString actionSymbol_;
   QString actionLabel_;

@@ -60,8 +60,9 @@ struct ReadingFacts {
   bool sendsNearby = false;              ///< Whether a program is installed that sends files to devices nearby.
   std::optional<qint64> bookmarks;       ///< Absent until they were counted.
   std::optional<ClipboardEntry> copied;  ///< The newest of the history; absent while that is empty.
-  QString clipboardProblem;              ///< Why there is no history; else empty.
-  QHash<QString, double> rates;          ///< Of currencies that tiles convert, by their codes: "EUR/USD".
+  bool copiedIsFolder = false;
+  QString clipboardProblem;      ///< Why there is no history; else empty.
+  QHash<QString, double> rates;  ///< Of currencies that tiles convert, by their codes: "EUR/USD".
 };
 
 }  // namespace tarnwick

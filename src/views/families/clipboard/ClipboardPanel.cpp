@@ -44,6 +44,7 @@ class ClipboardPanel final : public TilePanel {
         tabs_(new ClipboardTabs),
         none_(new TextLabel(PanelWords::tr("Nothing found."), TextStyle::Body, Tone::Secondary)),
         view_(new ItemView(PanelWords::tr("History"), ItemView::Shape::Rows)),
+        filler_(new QWidget),
         paused_(new QWidget),
         foot_(new QWidget),
         clear_(new Button(PanelWords::tr("Clear History"), Button::Role::Quiet)),
@@ -133,6 +134,7 @@ class ClipboardPanel final : public TilePanel {
     body().addSpacing(theme::kRowOverhang);
     body().addWidget(none_);
     addFullWidth(body(), view_);
+    body().addWidget(filler_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(new PartingLine);
     body().addWidget(confirm_);
@@ -178,8 +180,10 @@ class ClipboardPanel final : public TilePanel {
     field_->installEventFilter(this);
     view_->setPicture([this](QPainter& painter, const QRectF& box, const ViewItem& item) {
       const ClipboardEntry entry = entryOf(item.id);
-      paintClipboardSign(painter, box, entry, thumbnails_.value(entry.imageFile).image, look().palette);
+      const QImage thumbnail = thumbnails_.value(entry.imageFile).image;
+      paintClipboardSign(painter, box, entry, history_.isFolder(entry), thumbnail, look().palette);
     });
+    view_->setDragGround(kClipboardSignCorner);
     view_->setItemAction(u"star"_s, PanelWords::tr("Add to Favourites"), {});
     view_->setItemMenu([this](const QString& id) { return menuOf(entryOf(id)); });
     view_->setMenuButton(PanelWords::tr("More"));
@@ -230,12 +234,21 @@ class ClipboardPanel final : public TilePanel {
       view_->choose(std::min(row, static_cast<int>(items.size()) - 1));
     view_->setVisible(!items.isEmpty());
     none_->setVisible(items.isEmpty());
+    keepHeight();
+  }
+
+  /// A panel that shrank would take its tabs away from under the pointer, and the next click would be outside of it.
+  void keepHeight() {
+    const int now = view_->isHidden() ? none_->sizeHint().height() : view_->sizeHint().height();
+    tallest_ = std::max(tallest_, now);
+    filler_->setFixedHeight(tallest_ - now);
   }
 
   ViewItem itemOf(const ClipboardEntry& entry, const TileSources& sources) const {
     ViewItem item{entry.id.toString(), ClipboardWords::title(entry)};
     const QString age = agoWord(entry.added, sources.now, sources.locale);
-    item.caption = u"%1 · %2"_s.arg(ClipboardWords::kind(entry.kind), age);
+    const QString kind = ClipboardWords::kind(entry.kind, history_.isFolder(entry));
+    item.caption = u"%1 · %2"_s.arg(kind, age);
     item.tip = entry.value.left(kTipLetters);
     item.dragText = entry.value;
     item.action = favouriteWord(entry);
@@ -244,7 +257,7 @@ class ClipboardPanel final : public TilePanel {
       item.drag = WebAddress::of(Text::trimmed(entry.value).toString()).value_or(QUrl());
     if (entry.kind == ClipboardEntry::Kind::File) {
       const QString folder = shortFolder(QFileInfo(entry.value).path());
-      item.caption = u"%1 · %2 · %3"_s.arg(ClipboardWords::kind(entry.kind), folder, age);
+      item.caption = u"%1 · %2 · %3"_s.arg(kind, folder, age);
       item.drag = QUrl::fromLocalFile(entry.value);
     }
     if (entry.kind == ClipboardEntry::Kind::Image) {
@@ -293,7 +306,8 @@ class ClipboardPanel final : public TilePanel {
     removal->hold(removed);
     // Not by its words: the sentence is kept for longer than the entry is.
     offerUndo(
-        PanelWords::tr("%1 removed from the history.").arg(ClipboardWords::kind(removed.entry.kind)),
+        PanelWords::tr("%1 removed from the history.")
+            .arg(ClipboardWords::kind(removed.entry.kind, history_.isFolder(removed.entry))),
         [removal] { removal->takeBack(); }, [removal] { removal->again(); });
   }
 
@@ -332,12 +346,14 @@ class ClipboardPanel final : public TilePanel {
   ClipboardTabs* tabs_;
   TextLabel* none_;
   ItemView* view_;
+  QWidget* filler_;  ///< Below a list that is shorter than one that was seen.
   QWidget* paused_;  ///< Says so while nothing is recorded.
   QWidget* foot_;
   Button* clear_;
   Button* pause_;
   ConfirmBar* confirm_;
   QHash<QString, ClipboardThumbnail> thumbnails_;  ///< By the names of their files; empty until they were read.
+  int tallest_ = 0;                                ///< The greatest height that the list had.
   qsizetype asked_ = 0;                            ///< The favourites that the question told of.
 };
 

@@ -19,6 +19,7 @@ void readCopied(ReadingFacts& readings, const ReadingServices& services) {
   const Capability can = services.pasteboard.capability();
   readings.clipboardProblem = can ? history.problem() : can.reason;
   readings.copied = history.items().isEmpty() ? std::nullopt : std::optional(history.items().first());
+  readings.copiedIsFolder = readings.copied && history.isFolder(*readings.copied);
 }
 
 QString clipboardProblem(const TileSources& sources) { return sources.readings.clipboardProblem; }
@@ -27,6 +28,8 @@ void sampleCopied(TileSources& sources, const TileSources& samples) {
   if (sources.keepsClipboard && sources.readings.copied) return;
   sources.keepsClipboard = samples.keepsClipboard;
   sources.readings.copied = samples.readings.copied;
+  if (sources.readings.copied) sources.readings.copied->added = {};  // A sample has no age.
+  sources.readings.copiedIsFolder = samples.readings.copiedIsFolder;
   sources.readings.clipboardProblem.clear();
 }
 

@@ -10,9 +10,11 @@ class QPainter;
 
 namespace tarnwick {
 
+inline constexpr double kClipboardSignCorner = 6;
+
 /// What stands before an entry of the history: the picture (none as long as it was not read), the colour, or the
 /// symbol of its kind.
-void paintClipboardSign(QPainter& painter, const QRectF& box, const ClipboardEntry& entry, const QImage& picture,
-                        const Palette& palette);
+void paintClipboardSign(QPainter& painter, const QRectF& box, const ClipboardEntry& entry, bool isFolder,
+                        const QImage& picture, const Palette& palette);
 
 }  // namespace tarnwick

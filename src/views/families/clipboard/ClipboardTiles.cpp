@@ -16,6 +16,10 @@ namespace {
 
 constexpr double kCopiedSwatchCorner = 6;
 
+QString captionOf(const ClipboardContent& content) {
+  return content.age.isEmpty() ? content.kind : u"%1 · %2"_s.arg(content.kind, content.age);
+}
+
 }  // namespace
 
 TileContent makeClipboard(const TileRequest& request) {
@@ -23,10 +27,10 @@ TileContent makeClipboard(const TileRequest& request) {
   const auto& copied = sources.readings.copied;
   if (sources.keepsClipboard && copied) {
     const auto color = copied->kind == ClipboardEntry::Kind::Color ? ClipboardColor::of(copied->value) : std::nullopt;
-    return ClipboardContent{
-        request.definition.symbol, color ? std::optional(color->rgba()) : std::nullopt,
-        ClipboardWords::shortTitle(*copied),
-        u"%1 · %2"_s.arg(ClipboardWords::kind(copied->kind), agoWord(copied->added, sources.now, sources.locale))};
+    return ClipboardContent{request.definition.symbol, color ? std::optional(color->rgba()) : std::nullopt,
+                            ClipboardWords::shortTitle(*copied),
+                            ClipboardWords::kind(copied->kind, sources.readings.copiedIsFolder),
+                            copied->added.isValid() ? agoWord(copied->added, sources.now, sources.locale) : QString()};
   }
   GenericContent content = makeGeneric(request);
   if (!sources.readings.clipboardProblem.isEmpty()) {
@@ -43,7 +47,7 @@ TileContent makeClipboard(const TileRequest& request) {
 }
 
 TileText describe(const ClipboardContent& content, const QString& name) {
-  return {name, u"%1, %2"_s.arg(content.title, content.caption)};
+  return {name, u"%1, %2"_s.arg(content.title, captionOf(content))};
 }
 
 void paint(TileCanvas& canvas, const ClipboardContent& content) {
@@ -61,9 +65,11 @@ void paint(TileCanvas& canvas, const ClipboardContent& content) {
   }
   title.draw(canvas.painter(), {x, captioned ? kTitleBaseline : TileCanvas::centredBaseline(title)},
              canvas.colors().primary);
-  if (captioned)
-    canvas.text(x, kTitleCaptionBaseline, canvas.spaceAfter(x), TextStyle::Caption, content.caption,
-                canvas.colors().secondary);
+  if (!captioned) return;
+  const QString whole = captionOf(content);
+  const bool fits = TextLine(whole, TextStyle::Caption).width() <= canvas.spaceAfter(x);
+  canvas.text(x, kTitleCaptionBaseline, canvas.spaceAfter(x), TextStyle::Caption,
+              fits || content.age.isEmpty() ? whole : content.age, canvas.colors().secondary);
 }
 
 }  // namespace tarnwick

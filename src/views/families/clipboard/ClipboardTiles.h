@@ -15,7 +15,9 @@ struct ClipboardContent {
   QString symbol;
   std::optional<QRgb> color;  ///< In place of the symbol, of a colour.
   QString title;
-  QString caption;  ///< What it is, and how long ago it was copied.
+  QString kind;
+  QString
+      age;  ///< How long ago it was copied; empty where nobody knows. It stands alone where there is no space for both.
 
   bool operator==(const ClipboardContent&) const = default;
 };

@@ -17,7 +17,7 @@ constexpr qsizetype kLine = 200;
 
 }  // namespace
 
-QString ClipboardWords::kind(ClipboardEntry::Kind kind) {
+QString ClipboardWords::kind(ClipboardEntry::Kind kind, bool isFolder) {
   switch (kind) {
     case ClipboardEntry::Kind::Text:
       return TileWords::tr("Text");
@@ -26,14 +26,14 @@ QString ClipboardWords::kind(ClipboardEntry::Kind kind) {
     case ClipboardEntry::Kind::Color:
       return TileWords::tr("Colour");
     case ClipboardEntry::Kind::File:
-      return TileWords::tr("File");
+      return isFolder ? TileWords::tr("Folder") : TileWords::tr("File");
     case ClipboardEntry::Kind::Image:
       return TileWords::tr("Image");
   }
   return {};
 }
 
-QString ClipboardWords::symbol(ClipboardEntry::Kind kind) {
+QString ClipboardWords::symbol(ClipboardEntry::Kind kind, bool isFolder) {
   switch (kind) {
     case ClipboardEntry::Kind::Text:
       return u"text.alignleft"_s;
@@ -42,7 +42,7 @@ QString ClipboardWords::symbol(ClipboardEntry::Kind kind) {
     case ClipboardEntry::Kind::Color:
       return u"paintpalette"_s;
     case ClipboardEntry::Kind::File:
-      return u"doc"_s;
+      return isFolder ? u"folder"_s : u"doc"_s;
     case ClipboardEntry::Kind::Image:
       return u"photo"_s;
   }

@@ -19,6 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double kSiteDragCorner = 10;
+
 class TrashPanel final : public TilePanel {
  public:
   explicit TrashPanel(const PanelContext& context)
@@ -93,6 +95,7 @@ class BookmarksPanel final : public TilePanel {
     view_->followField(*field_);
     view_->setPicture(
         [this](QPainter& painter, const QRectF& box, const ViewItem& item) { paintSite(painter, box, item); });
+    view_->setDragGround(kSiteDragCorner);
     keepDraft(*field_);
     connect(field_, &QLineEdit::textChanged, this, &BookmarksPanel::fill);
     connect(view_, &ItemView::opened, this, [this](const QString& address) {
