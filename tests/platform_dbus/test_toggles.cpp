@@ -281,7 +281,7 @@ TEST_F(DesktopTogglesTest, DoNotDisturbSpeaksTheDialectOfTheServiceThatRuns) {
 }
 
 TEST_F(DesktopTogglesTest, KeepAwakeHoldsTheLocksOfBothServicesWhileItIsOn) {
-  const auto none = u"No service that can keep this computer awake was found."_s;
+  const auto none = u"No power service was found."_s;
   auto login = std::make_unique<FakeService>(bus.connection(), kLogin);
   FakeLocks locks(*login);
   QStringList asked;

@@ -25,7 +25,7 @@ void KeepAwakeToggle::start() {
 
 ToggleState KeepAwakeToggle::state() const {
   if (!login_ || !(login_->isRunning() || screenSaver_->isRunning())) {
-    return {false, Capability::no(tr("No service that can keep this computer awake was found."))};
+    return {false, Capability::no(tr("No power service was found."))};
   }
   return {wanted_ && (sleepLock_->isHeld() || screenLock_->isHeld()), Capability::yes()};
 }

@@ -98,8 +98,11 @@ void sampleRecent(TileSources& sources, const TileSources& samples) {
   if (sources.readings.recentNames.isEmpty()) sources.readings.recentNames = samples.readings.recentNames;
 }
 void sampleScreenshots(TileSources& sources, const TileSources& samples) {
-  const auto& shown = sources.readings.screenshots;
-  if (!shown || shown->isEmpty()) sources.readings.screenshots = samples.readings.screenshots;
+  auto& shown = sources.readings.screenshots;
+  if (shown && !shown->isEmpty()) return;
+  shown = samples.readings.screenshots;
+  if (!shown) return;
+  for (ScreenshotFacts& shot : *shown) shot.taken = {};  // A sample has no age.
 }
 
 QMap<QString, QString> picturedFolder(const QDateTime&) { return {{option::path, u"/home/robin/Documents"_s}}; }

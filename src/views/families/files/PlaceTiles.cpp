@@ -53,7 +53,9 @@ ScreenshotsContent makeScreenshots(const TileRequest& request) {
   if (!shots || !request.sources.readings.screenshotProblem.isEmpty()) return {request.title(), {}};
   if (shots->isEmpty()) return {TileWords::tr("None yet"), {}};
   ScreenshotsContent content;
-  content.caption = agoWord(shots->first().taken, request.sources.now, request.sources.locale);
+  const QDateTime& taken = shots->first().taken;
+  content.caption =
+      taken.isValid() ? agoWord(taken, request.sources.now, request.sources.locale) : request.definition.name;
   for (const ScreenshotFacts& shot : shots->mid(0, kShownScreenshots)) content.pictures.append(shot.picture);
   return content;
 }

@@ -92,10 +92,16 @@ Accent serviceAccent(const WidgetDefinition& definition) {
   return accents[sum % accents.size()];
 }
 
+/// An example has no age: the day for which it was made up says nothing.
+RemoteReading ageless(RemoteReading example) {
+  example.goodAt.reset();
+  return example;
+}
+
 /// Of the kinds whose service is offered.
 void sampleOffered(TileSources& sources, const TileSources& samples) {
   for (const auto& [kind, example] : samples.remoteExamples.asKeyValueRange())
-    if (providerFor(kind)) sources.remoteExamples.insert(kind, example);
+    if (providerFor(kind)) sources.remoteExamples.insert(kind, ageless(example));
 }
 
 void picture(TileSources& sources) { sources.remoteExamples = serviceExamples(sources.now); }
@@ -132,7 +138,7 @@ QMap<QString, QString> picturedGauge(const QDateTime&) { return {{option::connec
 
 template <const QLatin1StringView& Kind>
 void sample(TileSources& sources, const TileSources& samples) {
-  sources.remoteExamples.insert(Kind, samples.remoteExamples.value(Kind));
+  sources.remoteExamples.insert(Kind, ageless(samples.remoteExamples.value(Kind)));
 }
 
 /// A kind that has an address of the user's own and nothing else.

@@ -210,14 +210,13 @@ constexpr double kPairValueRight = 82;
 constexpr double kPairFirst = 27;
 constexpr double kPairSecond = 45;
 constexpr double kPairGap = 4;
+constexpr double kPairSpill = 7;  ///< How far the widest value may reach towards the chart.
 constexpr int kMostPercent = 100;
 
-/// The fullest form of a percentage that is at most `space` wide; the shortest one where none is.
+/// A percentage, in smaller letters where it is wider than `space`.
 TextLine pairValue(const TileCanvas& canvas, const std::optional<int>& percent, double space) {
   const TextLine whole = canvas.line(withSign(percent), TextStyle::Title);
-  if (whole.width() <= space || !percent) return whole;
-  const TextLine small = canvas.line(withSign(percent), TextStyle::ListRowStrong);
-  return small.width() <= space ? small : canvas.line(LocalFigures::number(*percent), TextStyle::ListRowStrong);
+  return whole.width() <= space || !percent ? whole : canvas.line(withSign(percent), TextStyle::ListRowStrong);
 }
 
 void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QString& label,
@@ -225,7 +224,7 @@ void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QStr
   const TextLine words = canvas.line(label, TextStyle::Body);
   const double space = kPairValueRight - kPairLabel - words.width() - kPairGap;
   // Half a word says nothing, and the dot shows which is which. The label is there for every value or for none.
-  const bool labelled = pairValue(canvas, kMostPercent, space).width() <= space;
+  const bool labelled = pairValue(canvas, kMostPercent, space).width() <= space + kPairSpill;
   const TextLine value = pairValue(canvas, percent, labelled ? space : kPairValueRight - kPairLabel);
   const double dotHeight = canvas.line(withSign(percent), TextStyle::Title).capHeight() / 2;
   canvas.painter().setPen(Qt::NoPen);
@@ -236,7 +235,8 @@ void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QStr
     return;
   }
   words.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().secondary);
-  value.drawRight(canvas.painter(), {kPairValueRight, baseline}, canvas.colors().primary);
+  const double right = std::max(kPairValueRight, kPairLabel + words.width() + kPairGap + value.width());
+  value.drawRight(canvas.painter(), {right, baseline}, canvas.colors().primary);
 }
 
 }  // namespace

@@ -27,7 +27,11 @@ constexpr std::array kOptions = {
         .value = "current"},
 };
 
-void sample(TileSources& sources, const TileSources& samples) { sources.weather.setExample(samples.weather.example()); }
+void sample(TileSources& sources, const TileSources& samples) {
+  auto example = samples.weather.example();
+  if (example) example->goodAt.reset();  // It has no age: the day for which it was made up says nothing.
+  sources.weather.setExample(std::move(example));
+}
 
 /// A cool day with a clear night ahead.
 void picture(TileSources& sources) {
