@@ -25,6 +25,7 @@
 #include "views/snapshot/SnapshotFixture.h"
 #include "views/window/LayoutCard.h"
 #include "views/window/LayoutPicture.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 namespace {
@@ -68,7 +69,7 @@ class OnboardingTest : public ::testing::Test {
   }
   static bool says(const QWidget* in, const QString& part) {
     for (const QLabel* each : in->findChildren<QLabel*>())
-      if (each->isVisibleTo(in) && each->text().contains(part)) return true;
+      if (each->isVisibleTo(in) && each->text().remove(QChar(0x2060)).contains(part)) return true;
     return false;
   }
 
@@ -316,6 +317,7 @@ TEST_F(OnboardingTest, SaysWhatIsMissingAndWhyAlsoWhereTheDesktopAnswersLate) {
   for (const QString& sentence :
        {u"This desktop keeps its keys."_s, u"No dock was found."_s, u"tarnwick --command-bar"_s})
     EXPECT_TRUE(says(window, sentence)) << qPrintable(sentence);
+  EXPECT_FALSE(says(window, u"Another app uses"_s)) << "nothing has the key";
   auto* login = find<Switch>(window, u"Launch at login"_s);
   ASSERT_NE(login, nullptr);
   login->click();
@@ -350,6 +352,30 @@ TEST_F(OnboardingTest, AsksAboutRunningAppsWhereWindowsAreTold) {
     EXPECT_EQ(store().config().liveApps, !row.set);
     undo.undo();
     EXPECT_EQ(asked->isChecked(), row.set);
+  }
+}
+
+TEST_F(OnboardingTest, TheClipboardHistoryComesWithTheWidgetThatRecords) {
+  constexpr int desktopPage = 2;
+  const QString added = u"add clipboard on "_s;
+  for (const bool hasOne : {false, true}) {
+    store().edit([hasOne](DockConfiguration& config) {
+      config.clipboardEnabled = false;
+      for (DockProfile& profile : config.profiles) {
+        profile.widgets.removeIf([](const DockWidget& each) { return each.kind == kind::clipboard; });
+        if (hasOne) profile.widgets.append({QUuid::createUuid(), QString(kind::clipboard), {}, {}});
+      }
+    });
+    commands.asked.clear();
+    const std::unique_ptr<OnboardingWindow> window(open(desktopPage));
+    auto* history = find<Switch>(window.get(), u"Clipboard history"_s);
+    ASSERT_TRUE(history);
+    history->click();
+    EXPECT_TRUE(store().config().clipboardEnabled);
+    EXPECT_EQ(commands.asked.contains(added), !hasOne);
+    commands.asked.clear();
+    history->click();
+    EXPECT_FALSE(store().config().clipboardEnabled || commands.asked.contains(added));
   }
 }
 

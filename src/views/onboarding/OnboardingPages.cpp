@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
@@ -218,6 +219,12 @@ Switch* makeSwitch(AppStore& store, const WindowServices& services, const QStrin
   return made;
 }
 
+QString howToBindTheBar() {
+  return OnboardingWords::tr(
+      "To open it by a key, add a shortcut for “tarnwick --command-bar” in the desktop’s "
+      "settings.");
+}
+
 void addKeys(Card* card, const DesktopAbilities& abilities) {
   if (!abilities.keysAnswered) return;
   const QString title = OnboardingWords::tr("Shortcuts");
@@ -227,7 +234,13 @@ void addKeys(Card* card, const DesktopAbilities& abilities) {
   addState(card, title, why, abilities.keys);
   if (!abilities.commandBarKey) return;
   const QString& bar = *abilities.commandBarKey;
-  addState(card, OnboardingWords::tr("Command bar"), OnboardingWords::tr("%1 opens it.").arg(bar),
+  const QString barTitle = OnboardingWords::tr("Command bar");
+  // The bar itself works.
+  if (!abilities.keys) {
+    card->addRow(barTitle, nullptr, howToBindTheBar());
+    return;
+  }
+  addState(card, barTitle, OnboardingWords::tr("%1 opens it.").arg(bar),
            bar.isEmpty() ? Capability::no(OnboardingWords::tr(QT_TRANSLATE_NOOP(
                                "Onboarding",
                                "Another app uses this shortcut. Choose a different one in Settings, or add a shortcut "
@@ -238,10 +251,18 @@ void addKeys(Card* card, const DesktopAbilities& abilities) {
 /// The switch of the history of copies, and what it needs beside it.
 void addClipboard(Card* card, AppStore& store, const WindowServices& services, const DesktopAbilities& abilities) {
   const QString title = OnboardingWords::tr("Clipboard history");
-  const QString why =
-      OnboardingWords::tr("Keeps what you copy, on this computer only. What password managers copy is left out.");
+  const QString why = OnboardingWords::tr(
+      "Keeps what you copy, on this computer only. What password managers copy is left out. Adds a "
+      "clipboard widget to the dock.");
   if (!abilities.clipboard) return addState(card, title, why, abilities.clipboard);
-  card->addRow(title, makeSwitch(store, services, title, &DockConfiguration::clipboardEnabled), why);
+  auto* history = makeSwitch(store, services, title, &DockConfiguration::clipboardEnabled);
+  card->addRow(title, history, why);
+  // Without one nothing would ever be recorded.
+  QObject::connect(history, &QAbstractButton::clicked, history, [&store, &to = services.commands](bool on) {
+    const bool has =
+        std::ranges::any_of(store.widgets(), [](const DockWidget& each) { return each.kind == kind::clipboard; });
+    if (on && !has) to.addWidget(QString(kind::clipboard), {});
+  });
   auto* add = new Button(OnboardingWords::tr("Add Clipboard Widget"));
   QObject::connect(add, &QPushButton::clicked, add,
                    [&to = services.commands] { to.addWidget(QString(kind::clipboard), {}); });
@@ -314,6 +335,8 @@ QWidget* makeDonePage(AppStore& store, const WindowServices& services) {
     card->addRow(OnboardingWords::tr("Hide and show the dock"), key(abilities.dockKey));
   if (hasKeys && abilities.commandBarKey && !abilities.commandBarKey->isEmpty())
     card->addRow(OnboardingWords::tr("Open the command bar"), key(*abilities.commandBarKey));
+  if (abilities.keysAnswered && !abilities.keys && abilities.commandBarKey)
+    card->addRow(OnboardingWords::tr("Open the command bar"), nullptr, howToBindTheBar());
   card->addRow(OnboardingWords::tr("Open a widget"), nullptr,
                OnboardingWords::tr("Click it for its panel, right-click it for its menu, drag it to move it."));
   const bool hasIcon = abilities.tray && store.config().desktopOptions().showMenuBarIcon;

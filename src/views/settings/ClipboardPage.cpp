@@ -4,6 +4,7 @@
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
+#include "views/panels/AppItems.h"
 #include "views/settings/OrderList.h"
 #include "views/settings/Pages.h"
 #include "views/settings/SettingsWords.h"
@@ -40,7 +41,7 @@ class ClipboardPage final : public SettingsPage {
         addSwitch(card,
                   {QT_TRANSLATE_NOOP("Settings", "Clipboard history"),
                    QT_TRANSLATE_NOOP("Settings",
-                                     "Keeps text, images, files, links and colors you copy, on this computer only. "
+                                     "Keeps text, images, files, links and colours you copy, on this computer only. "
                                      "Nothing is ever exported."),
                    QT_TRANSLATE_NOOP("Settings", "copy paste")},
                   settingField(&DockConfiguration::clipboardEnabled));
@@ -54,12 +55,9 @@ class ClipboardPage final : public SettingsPage {
                                       "What you copy is recorded while a clipboard widget stands on a shown dock. "
                                       "At the moment none does.")},
                    add);
-    showWhile(
-        shown,
-        [this](const DockConfiguration&) {
-          return abilities_.clipboard && !this->store().active().kinds.contains(kind::clipboard);
-        },
-        SettingsWords::tr("A clipboard widget stands on a shown dock."));
+    showWhile(shown, [this](const DockConfiguration&) {
+      return abilities_.clipboard && !this->store().active().kinds.contains(kind::clipboard);
+    });
     auto* concealed =
         new FormRow(SettingsWords::tr("Passwords"), nullptr,
                     SettingsWords::tr("Copies that applications mark as concealed — what password managers use — are "
@@ -87,8 +85,12 @@ class ClipboardPage final : public SettingsPage {
     const Capability owners = abilities_.clipboardOwners;
     row->setHelp(
         u"%1 %2"_s.arg(owners ? SettingsWords::tr("The app that copied is known by its window.") : owners.reason,
-                       SettingsWords::tr("An app that is not known counts as not listed.")));
+                       SettingsWords::tr("If it cannot be told which app copied, the copy is recorded.")));
     list_ = new OrderList(SettingsWords::tr("Listed apps"));
+    list_->setPicture([this](QPainter& painter, const QRectF& box, const OrderItem& item) {
+      const auto app = services_.apps.byId(item.id);
+      paintAppIcon(painter, box, app ? app->iconName : QString(), item.title, services_.previews.icons, lookOf(*list_));
+    });
     list_->setActions({{kRemoveApp, u"trash"_s, SettingsWords::tr("Remove"), QKeySequence(Qt::Key_Delete)}});
     connect(list_, &OrderList::actionRequested, this,
             [this](const QString& id, const QString&) { change([&id](QStringList& ids) { ids.removeAll(id); }); });
@@ -127,7 +129,7 @@ class ClipboardPage final : public SettingsPage {
     for (const QString& id : listed) {
       // One that no list shows, or that was removed since, is still listed.
       const auto app = services_.apps.byId(id);
-      items.append({id, app ? app->name : id, {}, u"app"_s});
+      items.append({id, app ? app->name : id});
     }
     list_->setItems(items);
     const QString chosen = apps_->chosenValue();

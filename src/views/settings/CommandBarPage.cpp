@@ -1,4 +1,5 @@
 #include <QCoreApplication>
+#include <QTimer>
 #include <algorithm>
 #include <optional>
 
@@ -65,13 +66,21 @@ class CommandBarPage final : public SettingsPage {
     Card& card = *addCard();
     addShortcutRow(*this, card, services_, Shortcut::CommandBar);
     const auto say = [&](const QString& label, const QString& sentence, const QString& words = {}) {
-      addOther(card, new FormRow(label, nullptr, sentence), label + u' ' + sentence + u' ' + words);
+      auto* row = new FormRow(label, nullptr, sentence);
+      addOther(card, row, label + u' ' + sentence + u' ' + words);
+      return row;
     };
-    say(SettingsWords::tr("Without a shortcut"),
-        SettingsWords::tr(
-            "The command “tarnwick --command-bar” opens the bar too, from a terminal or from a key of the "
-            "desktop’s own."),
-        SettingsWords::tr("terminal compositor"));
+    FormRow* command =
+        say(SettingsWords::tr("Without a shortcut"),
+            SettingsWords::tr(
+                "The command “tarnwick --command-bar” opens the bar too, from a terminal or from a key of the "
+                "desktop’s own."),
+            SettingsWords::tr("terminal compositor"));
+    // Where there are no shortcuts, the row of the key says that.
+    showWhile(command, [this](const DockConfiguration&) {
+      const DesktopAbilities abilities = services_.abilities();
+      return !abilities.keysAnswered || abilities.keys;
+    });
     say(SettingsWords::tr("What it does"),
         SettingsWords::tr("Finds what is switched on below and does sums. What you type stays on this "
                           "computer unless you open a web search."),
@@ -132,13 +141,9 @@ class CommandBarPage final : public SettingsPage {
                     QT_TRANSLATE_NOOP("Settings", "What you copy is recorded only while one is on a dock."),
                     QT_TRANSLATE_NOOP("Settings", "copy paste history")},
                    add);
-    showWhile(
-        missing,
-        [this](const DockConfiguration& config) {
-          return config.clipboardEnabled && config.desk().barClipboard &&
-                 !store().active().kinds.contains(kind::clipboard);
-        },
-        SettingsWords::tr("Only while the clipboard history is on and no clipboard widget is on a dock."));
+    showWhile(missing, [this](const DockConfiguration& config) {
+      return config.clipboardEnabled && config.desk().barClipboard && !store().active().kinds.contains(kind::clipboard);
+    });
   }
 
   void addWebSearch() {
@@ -184,7 +189,9 @@ class CommandBarPage final : public SettingsPage {
     else if (WebSearch::problemWith(address_->field->text().trimmed()).isEmpty())
       takeAddress();
     refresh();
-    if (isOwn_) address_->field->setFocus();
+    if (!isOwn_) return;
+    address_->field->setFocus();
+    showAddress();
   }
 
   /// Stores the address if it can be used; else says why it is not.
@@ -199,6 +206,14 @@ class CommandBarPage final : public SettingsPage {
   void sayFault(const QString& sentence) {
     address_->row->setFault(sentence);
     address_->field->setFaulty(!sentence.isEmpty());
+    if (!sentence.isEmpty()) showAddress();
+  }
+
+  /// Scrolls to it once it has its place.
+  void showAddress() {
+    QTimer::singleShot(0, this, [this] {
+      if (address_->row->isVisible()) reveal(address_->row);
+    });
   }
 
   void storeChoice(const QString& choice) {

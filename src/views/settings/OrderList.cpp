@@ -133,10 +133,13 @@ class OrderList::Painter final : public QStyledItemDelegate {
       return QRectF(seen.left(), row.top() + row.height() * share - 10, seen.width(), 20);
     };
     int left = theme::kCardPadding;
-    if (!item.symbol.isEmpty()) {
+    if (!item.symbol.isEmpty() || list_.picture_) {
       QRectF box(0, 0, kSymbol, kSymbol);
       box.moveCenter(place(left, kSymbol, 0.5).center());
-      drawControlSymbol(painter, item.symbol, box, look.palette.secondary);
+      if (list_.picture_)
+        list_.picture_(painter, box, item);
+      else
+        drawControlSymbol(painter, item.symbol, box, look.palette.secondary);
       left += kSymbol + theme::kRowGap;
     }
     if (list_.isPersistentEditorOpen(index)) return;  // Its field takes the place of the words.

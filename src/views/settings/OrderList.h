@@ -2,6 +2,7 @@
 
 #include <QKeySequence>
 #include <QListView>
+#include <functional>
 
 #include "views/controls/ControlLook.h"
 #include "views/controls/ListAccessible.h"
@@ -39,6 +40,9 @@ class OrderList final : public QListView, public ItemActions {
   ~OrderList() override;
 
   void setActions(const QList<OrderAction>& actions);
+  /// Draws what stands before an item in place of a symbol.
+  using Picture = std::function<void(QPainter& painter, const QRectF& box, const OrderItem& item)>;
+  void setPicture(Picture picture) { picture_ = std::move(picture); }
   /// Whether rows have space for a note.
   void setNotes(bool notes) { hasNotes_ = notes; }
   /// The row that was chosen stays so if it is still there, else the one that took its place is.
@@ -91,6 +95,7 @@ class OrderList final : public QListView, public ItemActions {
 
   Model* model_;
   QList<OrderAction> actions_;
+  Picture picture_;
   bool hasNotes_ = false;
   qsizetype pressed_ = -1;  // The action that the button went down on.
   bool isQuiet_ = false;

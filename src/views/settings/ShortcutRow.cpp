@@ -22,6 +22,7 @@ struct Words {
   bool DesktopOptions::*enabled;
   quint32 DesktopOptions::*key;  ///< Null for a prefix.
   quint32 DesktopOptions::*modifiers;
+  const char* command;  ///< What does the same where no app can have keys.
 };
 
 constexpr std::array<Shortcut, 3> kAll{Shortcut::Dock, Shortcut::CommandBar, Shortcut::Profiles};
@@ -34,20 +35,27 @@ Words wordsOf(Shortcut shortcut) {
                QT_TRANSLATE_NOOP("Settings", "shortcuts hot key focus")},
               &DesktopOptions::dockShortcutEnabled,
               &DesktopOptions::shortcutKey,
-              &DesktopOptions::shortcutModifiers};
+              &DesktopOptions::shortcutModifiers,
+              QT_TRANSLATE_NOOP("Settings",
+                                "“tarnwick --toggle” hides and shows the dock, “tarnwick --focus” moves the keyboard "
+                                "focus to it.")};
     case Shortcut::CommandBar:
       return {
           {QT_TRANSLATE_NOOP("Settings", "Command Bar"), "", QT_TRANSLATE_NOOP("Settings", "shortcuts hot key search")},
           &DesktopOptions::commandBarEnabled,
           &DesktopOptions::commandBarKey,
-          &DesktopOptions::commandBarModifiers};
+          &DesktopOptions::commandBarModifiers,
+          QT_TRANSLATE_NOOP("Settings",
+                            "Apps cannot register shortcuts on this desktop. In its settings, add one for "
+                            "“tarnwick --command-bar”.")};
     case Shortcut::Profiles:
       return {{QT_TRANSLATE_NOOP("Settings", "Switch Profile"),
                QT_TRANSLATE_NOOP("Settings", "Use the prefix with 0–9 in profile order."),
                QT_TRANSLATE_NOOP("Settings", "shortcuts hot key digits")},
               &DesktopOptions::profileShortcutEnabled,
               nullptr,
-              &DesktopOptions::profileModifiers};
+              &DesktopOptions::profileModifiers,
+              QT_TRANSLATE_NOOP("Settings", "“tarnwick --profile 0” switches to the first profile.")};
   }
   return {};
 }
@@ -184,12 +192,12 @@ FormRow* addShortcutRow(SettingsPage& page, Card& card, const SettingsServices& 
   page.follow([field, enabled, row, shortcut, words, &services](const DockConfiguration& config) {
     const DesktopOptions& options = config.desktopOptions();
     const DesktopAbilities abilities = services.abilities();
-    const QString missing = abilities.keysAnswered && !abilities.keys ? abilities.keys.reason : QString();
-    row->setUnavailable(missing);
-    enabled->setChecked(missing.isEmpty() && options.*words.enabled);
+    const bool canHaveKeys = !abilities.keysAnswered || abilities.keys;
+    row->setUnavailable(canHaveKeys ? QString() : settingsText(words.command));
+    enabled->setChecked(canHaveKeys && options.*words.enabled);
     field->setKey(keyOf(options, words));
     field->setEnabled(options.*words.enabled);
-    if (missing.isEmpty()) showState(*row, *field, options, shortcut, services);
+    if (canHaveKeys) showState(*row, *field, options, shortcut, services);
   });
   return row;
 }

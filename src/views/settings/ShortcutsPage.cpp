@@ -2,6 +2,7 @@
 
 #include "store/AppStore.h"
 #include "views/controls/Labels.h"
+#include "views/controls/Switch.h"
 #include "views/settings/Pages.h"
 #include "views/settings/SettingsWords.h"
 #include "views/settings/ShortcutRow.h"
@@ -26,18 +27,23 @@ SettingsPage* makeShortcutsPage(AppStore& store, const SettingsServices& service
                                   {QT_TRANSLATE_NOOP("Settings", "Apps by number"), kAppsHelp,
                                    QT_TRANSLATE_NOOP("Settings", "super windows key digits launch")},
                                   settingField(&DeskOptions::appKeys));
-  auto* note =
-      makeSentence(SettingsWords::tr("Click a shortcut, then press the new keys. Shortcuts work in every app."),
-                   TextStyle::Caption, Tone::Secondary);
+  auto* note = makeSentence({}, TextStyle::Caption, Tone::Secondary);
   page->addWidget(note);
-  page->follow([apps, note, &services](const DockConfiguration&) {
+  auto* numbered = apps->findChild<Switch*>();
+  page->follow([apps, note, numbered, &services](const DockConfiguration& config) {
     const DesktopAbilities abilities = services.abilities();
     const QString numbers = abilities.appNumbers
                                 ? SettingsWords::tr("Hold Super for a moment to see the apps’ numbers.")
                                 : abilities.appNumbers.reason;
     apps->setHelp(settingsText(kAppsHelp) + u' ' + numbers);
-    apps->setUnavailable(abilities.unaskedKeys.reason);
-    note->setVisible(abilities.keysAnswered && abilities.keys);
+    const bool canHaveKeys = !abilities.keysAnswered || abilities.keys;
+    apps->setUnavailable(canHaveKeys ? abilities.unaskedKeys.reason
+                                     : SettingsWords::tr("Only where apps can register shortcuts."));
+    numbered->setChecked(numbered->isEnabled() && config.desk().appKeys);
+    note->setText(canHaveKeys ? SettingsWords::tr("Click a shortcut, then press the new keys. Shortcuts work in every "
+                                                  "app.")
+                              : abilities.keys.reason);
+    note->setVisible(abilities.keysAnswered);
   });
   return page;
 }

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -22,8 +23,29 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// A text in which no line ends within an option of a command: "--" at its end would seem to be a dash.
+QString withWholeOptions(const QString& text) {
+  static const QRegularExpression option(u"--[a-z][a-z-]*"_s);
+  static const QString joined = QString(u'-') + QChar(0x2060);
+  QString whole;
+  qsizetype end = 0;
+  for (const QRegularExpressionMatch& each : option.globalMatch(text)) {
+    whole += QStringView(text).sliced(end, each.capturedStart() - end);
+    whole += each.captured().replace(u'-', joined);
+    end = each.capturedEnd();
+  }
+  whole += QStringView(text).sliced(end);
+  return whole;
+}
+
+void say(TextLabel& label, const QString& text) {
+  label.setText(withWholeOptions(text));
+  label.setAccessibleName(text);
+}
+
 TextLabel* makeHelp(const QString& text, Tone tone) {
-  auto* label = makeSentence(text, TextStyle::Caption, tone);
+  auto* label = makeSentence({}, TextStyle::Caption, tone);
+  say(*label, text);
   // To show it before it is placed somewhere would make a window of it.
   if (text.isEmpty()) label->hide();
   return label;
@@ -126,7 +148,7 @@ void FormRow::setUnavailable(const QString& why) {
 }
 
 void FormRow::showHelp(const QString& text) {
-  helpLabel_->setText(text);
+  say(*helpLabel_, text);
   helpLabel_->setVisible(!text.isEmpty());
   if (control_) control_->setAccessibleDescription(text);
 }
@@ -227,10 +249,7 @@ CardPage::CardPage(const QString& heading, QWidget* parent)
   }
   all->addLayout(column_);
   all->addStretch(1);
-  content->setAutoFillBackground(false);
   area_->setWidget(content);
-  content->setAutoFillBackground(false);
-  area_->viewport()->setAutoFillBackground(false);
   auto* whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   whole->addWidget(area_);
