@@ -278,6 +278,16 @@ TEST(Layout, ARowThatIsTooLongScrollsWithinItsGlass) {
   // What is out of sight cannot be hit.
   EXPECT_NE(view->widgetAt(view->itemRect(1).center()), view->row().widgets[1].id);
   EXPECT_FALSE(view->isItemSeen(1));
+
+  // What is added is seen, at whichever end.
+  DockRow row = view->row();
+  row.widgets.insert(1, widget(u"cpu"_s));
+  view->setRow(row);
+  EXPECT_TRUE(view->isItemSeen(1));
+  row.widgets.append(widget(u"ram"_s));
+  view->setRow(row);
+  EXPECT_TRUE(view->isItemSeen(8));
+  EXPECT_NEAR(view->itemRect(8).right(), view->glassRect().right() - 10, 30);
 }
 
 /// A row that begins and ends with apps and has others in its middle.

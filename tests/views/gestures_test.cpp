@@ -700,6 +700,10 @@ TEST(Clicks, AButtonThatIsHeldShowsTheWindowsOfARunningApplication) {
   EXPECT_FALSE(view->isHeld());
   hold(1, 0.5);
   EXPECT_EQ(shown.size(), 1) << "a widget has no windows";
+  hold(application, 0.5, 5);
+  EXPECT_EQ(shown.size(), 2) << "a hand is never quite still";
+  hold(application, 0.5, 7);
+  EXPECT_EQ(shown.size(), 2) << "what moves is not held";
 }
 
 TEST(Keys, ReachEveryTileOpenMenusAndGiveTheKeyboardBack) {

@@ -148,13 +148,11 @@ void DockView::setRow(const DockRow& row) {
   if (switches && isVisible()) tabs_.beginSlide(painter_.pictureOfRow(), tabs_.isForward(row));
   const auto lefts = drag_.visibleLefts();
   const bool isOneMore = row.widgets.size() == before.widgets.size() + 1;
-  const std::optional<qsizetype> arrived = wider_ && isOneMore ? firstNew(row.widgets, before.widgets) : std::nullopt;
+  const std::optional<qsizetype> arrived = isLaid && isOneMore ? firstNew(row.widgets, before.widgets) : std::nullopt;
   applyRow(row);
-  if (arrived) {
-    // A widget that was let go stays where space was made for it.
-    scroll_.by(guestScroll_ - scroll_.position());
-    scroll_.reveal(tiles_.layout().itemOf(RowItem::Kind::Widget, *arrived));
-  }
+  // A widget that was let go stays where space was made for it.
+  if (arrived && wider_) scroll_.by(guestScroll_ - scroll_.position());
+  if (arrived) scroll_.reveal(tiles_.layout().itemOf(RowItem::Kind::Widget, *arrived));
   drag_.carryOn(lefts);
   if (drag_.isActive()) dragTo(drag_.pointer());
   rehover();

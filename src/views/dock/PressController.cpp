@@ -63,6 +63,7 @@ bool PressController::move(const QMouseEvent& event) {
   press_->flick.add(event.globalPosition().x(), event.timestamp());
   if (press_->gesture == Press::Gesture::Nothing) {
     press_->gesture = gestureOf(*press_, event.position());
+    if (isBeyondSlop(*press_, event.position())) hold_.reset();  // What moves is not held.
     if (press_->gesture == Press::Gesture::Drag) {
       pressed_ = -1;
       Q_EMIT dragBegun(tiles_.itemWithKey(press_->key), press_->at);
@@ -88,9 +89,14 @@ bool PressController::move(const QMouseEvent& event) {
   return true;
 }
 
-Press::Gesture PressController::gestureOf(const Press& press, QPointF point) const {
+bool PressController::isBeyondSlop(const Press& press, QPointF point) {
   const QPointF way = point - press.at;
-  if (QPointF::dotProduct(way, way) < Press::kSlop * Press::kSlop) return Press::Gesture::Nothing;
+  return QPointF::dotProduct(way, way) >= Press::kSlop * Press::kSlop;
+}
+
+Press::Gesture PressController::gestureOf(const Press& press, QPointF point) const {
+  if (!isBeyondSlop(press, point)) return Press::Gesture::Nothing;
+  const QPointF way = point - press.at;
   const DockRow& row = tiles_.row();
   if (press.on == Press::On::Item && tiles_.widgetOf(tiles_.itemWithKey(press.key))) return Press::Gesture::Drag;
   if (press.on != Press::On::Glass) return Press::Gesture::Nothing;

@@ -81,6 +81,7 @@ class PressController final : public QObject {
   bool takeArrow(Press& press, const QMouseEvent& event);
   void endOnArrow(const Press& press, const QMouseEvent& event);
   void holdSoon();
+  static bool isBeyondSlop(const Press& press, QPointF point);
   Press::Gesture gestureOf(const Press& press, QPointF point) const;
   bool isOver(const Press& press, QPointF point) const;
 
