@@ -1,6 +1,7 @@
 #include "app/Windows.h"
 
 #include <QApplication>
+#include <QWindow>
 #include <algorithm>
 
 #include "app/AppKeys.h"
@@ -33,7 +34,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isOpen(const QWidget* window) { return window && window->isVisible() && !window->isMinimized(); }
+/// Whether the desktop destroyed it. Nothing is reported of that, and the toolkit goes on as if it were there.
+bool isLost(const QWidget& window) {
+  const QWindow* native = window.windowHandle();
+  return native && native->handle() && native->winId() == 0;
+}
+
+bool isOpen(const QWidget* window) {
+  return window && window->isVisible() && !window->isMinimized() && !isLost(*window);
+}
 
 }  // namespace
 
@@ -77,6 +86,7 @@ Windows::~Windows() {
 template <class Window, class Make>
 void Windows::present(QPointer<Window>& window, const QString& name, const WindowPlaces::Request& request,
                       const Make& make) {
+  if (window && isLost(*window)) delete window.data();
   if (!window) {
     window = make();
     dress(*window);

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QWindow>
 #include <algorithm>
 
 #include "app/Adapters.h"
@@ -361,6 +362,26 @@ TEST_F(DelegateTest, OpenedAgainAStaleCopyStartsItsNewBuildAsItWasStartedItself)
   ASSERT_TRUE(QFile::remove(build));
   delegate->orders().reopen();
   EXPECT_EQ(settings(), 1);
+}
+
+TEST_F(DelegateTest, AWindowThatTheDesktopDestroyedOpensAnew) {
+  start();
+  const auto shown = [] {
+    for (QWidget* each : QApplication::topLevelWidgets())
+      if (auto* window = qobject_cast<SettingsWindow*>(each); window && window->isVisible()) return window;
+    return static_cast<SettingsWindow*>(nullptr);
+  };
+  delegate->commands().showSettings();
+  ASSERT_TRUE(shown());
+  VirtualDisplay& display = VirtualDisplay::current();
+  display.settle();
+  xcb_destroy_window(display.connection(), static_cast<xcb_window_t>(shown()->winId()));
+  xcb_flush(display.connection());
+  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return shown()->windowHandle()->winId() == 0; }));
+  EXPECT_FALSE(delegate->dock().hasOpenWindow()) << "no dock stays out for it";
+  delegate->commands().showSettings();
+  ASSERT_TRUE(shown());
+  EXPECT_NE(shown()->windowHandle()->winId(), 0);
 }
 
 TEST_F(DelegateTest, AMenuOffersWhatThereIs) {
