@@ -56,9 +56,13 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
       std::make_unique<Windows>(WindowsParts{*store_, *commands_, *presenter_, *keys_, *loginEntry_, *appearance_,
                                              setup_.readings.connections(), setup_.preferences, setup_.framesWindows},
                                 services);
-  commandBar_ = std::make_unique<CommandBarHost>(CommandBarHost::Parts{*store_, *commands_, setup_.clipboard.history(),
-                                                                       setup_.fileSearch, &windows_->settingsPlaces()},
-                                                 services);
+  const auto shownDock = [this](const QString& display) {
+    return dock().isVisible(display) ? dock().frame(display) : QRectF();
+  };
+  commandBar_ =
+      std::make_unique<CommandBarHost>(CommandBarHost::Parts{*store_, *commands_, setup_.clipboard.history(),
+                                                             setup_.fileSearch, &windows_->settingsPlaces(), shownDock},
+                                       services);
   commands_->setTargets({*presenter_, *windows_, *commandBar_, [this] { quit(); }});
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);

@@ -19,6 +19,12 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int kRowsAboveTheDock = 8;
+
+}  // namespace
+
 CommandBarHost::CommandBarHost(const Parts& parts, const Services& services) : parts_(parts), services_(services) {
   // Its shadow and its margins come and go with the compositor.
   connect(&services.panels, &Panels::compositingChanged, this, &CommandBarHost::hide);
@@ -88,6 +94,18 @@ QRect CommandBarHost::lineOn(const Screen& screen) {
   return {left, top - 1, theme::kBarWidth, 1};
 }
 
+/// What there is below the field, without what the dock takes.
+int CommandBarHost::spaceForRows(const Screen& screen) const {
+  const QRectF usable = screen.usable.isEmpty() ? screen.frame : screen.usable;
+  const QRectF bar = QRectF(lineOn(screen)).translated(screen.frame.topLeft());
+  const double top = bar.bottom() + theme::kBarFieldHeight;
+  double end = usable.bottom();
+  const QRectF dock = parts_.dock ? parts_.dock(screen.id) : QRectF();
+  const bool isBelow = dock.top() > top && dock.left() < bar.right() && dock.right() > bar.left();
+  if (!dock.isEmpty() && isBelow) end = std::min(end, dock.top() - kRowsAboveTheDock);
+  return static_cast<int>(end - top);
+}
+
 std::unique_ptr<Panel> CommandBarHost::makeAnchor(const Screen& screen) const {
   auto clear = std::make_unique<QWidget>();
   clear->setAttribute(Qt::WA_TranslucentBackground);
@@ -119,6 +137,10 @@ void CommandBarHost::show() {
                      parts_.store.config().monochrome);
   pane_->setReduceMotion(services_.motion.reducesMotion());
   pane_->setComposited(composited);
+  const DeskOptions desk = parts_.store.config().desk();
+  pane_->setFindsNothing(!(desk.barApps || desk.barWindows || desk.barWidgets || desk.barSymbols || desk.barEmoji ||
+                           desk.barClipboard || desk.barFiles || desk.barSettings || desk.barWeb));
+  pane_->setSpaceForRows(spaceForRows(*screen));
   const NameIndexKeeper& names = parts_.files.keeper();
   const auto grow = [pane = pane_, &names] { pane->setGrowing(names.isGrowing()); };
   connect(&names, &NameIndexKeeper::growingChanged, pane_, grow);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QRectF>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -32,6 +34,8 @@ class CommandBarHost final : public QObject {
     ClipboardHistory& clipboard;
     IndexedFileSearch& files;
     SettingsPlaces* settings = nullptr;  ///< Null where no places of Settings are found.
+    /// The glass of the dock that is seen on a display, in desktop coordinates; empty where none is.
+    std::function<QRectF(const QString& display)> dock{};
   };
 
   CommandBarHost(const Parts& parts, const Services& services);
@@ -58,6 +62,7 @@ class CommandBarHost final : public QObject {
   void makeModel();
   void takeChoices();
   std::optional<Screen> screenToUse() const;
+  int spaceForRows(const Screen& screen) const;
   std::unique_ptr<Panel> makeAnchor(const Screen& screen) const;
   void drawPicture(QPainter& painter, const QRectF& box, const CommandItem& item) const;
   QString iconOf(const CommandItem& item) const;

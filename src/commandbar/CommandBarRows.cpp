@@ -54,11 +54,18 @@ void CommandBarRows::takeExtras() {
   below_ = same == found_.end() ? -1 : same - found_.begin();
 }
 
+bool CommandBarRows::beginsBelow() const {
+  const QList<CommandItem>& told = model_.results();
+  return !found_.isEmpty() && (told.isEmpty() || (told.size() == 1 && told.first().isWebSearch()));
+}
+
 void CommandBarRows::take() {
   if (model_.query() != query_) {
     below_ = -1;
+    isChosen_ = false;
     takeExtras();
   }
+  if (!isChosen_) below_ = beginsBelow() ? 0 : -1;
   QList<CommandRow> rows;
   rows.reserve(model_.results().size() + found_.size());
   for (const CommandItem& item : model_.results()) rows.append({item, matchedOf(item, query_, false), false});
@@ -75,6 +82,7 @@ void CommandBarRows::take() {
 void CommandBarRows::moveSelection(int by) {
   const auto count = static_cast<int>(rows_.size());
   if (count == 0) return;
+  isChosen_ = true;
   const int place = ((selection_ + by) % count + count) % count;
   below_ = place < toldCount() ? -1 : place - toldCount();
   if (below_ < 0) model_.moveSelection(place - model_.selection());

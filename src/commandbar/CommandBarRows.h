@@ -30,7 +30,8 @@ class CommandBarRows final : public QObject {
 
   CommandBarModel& model() { return model_; }
   const QList<CommandRow>& rows() const { return rows_; }
-  /// The place of the selected row; 0 where there is none.
+  /// The place of the selected row; 0 where there is none. Of a new query that is the first row, unless that would
+  /// only search the web and the second list has something: nobody means to send a word of Settings to the web.
   int selection() const { return selection_; }
   /// The selected row; null where there is none. Valid until something changes.
   const CommandItem* selected() const;
@@ -49,6 +50,7 @@ class CommandBarRows final : public QObject {
  private:
   void take();
   void takeExtras();
+  bool beginsBelow() const;
   int toldCount() const { return static_cast<int>(model_.results().size()); }
 
   CommandBarModel& model_;
@@ -58,6 +60,7 @@ class CommandBarRows final : public QObject {
   qsizetype below_ = -1;      ///< The selected place in it, or -1 while the model's selection counts.
   QList<CommandRow> rows_;
   int selection_ = 0;
+  bool isChosen_ = false;  ///< Whether the user went to the selected row.
   bool searchingFiles_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "commandbar/QuickAnswer.h"
 #include "commandbar/SymbolTable.h"
 
 namespace tarnwick {
@@ -13,10 +14,11 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /// They say the same as the symbols of the ranked list.
-struct EmojiRowWords {
+struct CopyRowWords {
   Q_DECLARE_TR_FUNCTIONS(CommandSources)
 };
 
+constexpr auto kAnswerPrefix = "answer:"_L1;
 constexpr auto kEmojiPrefix = "emoji:"_L1;
 constexpr auto kSettingPrefix = "setting:"_L1;
 
@@ -37,6 +39,18 @@ bool isSymbolOfBar(const QString& emoji) {
   return symbols.contains(bare(emoji));
 }
 
+/// It looks like a calculation of the ranked list, and is copied like one.
+CommandItem answerRow(const QString& query, const QString& answer) {
+  CommandItem row;
+  row.id = kAnswerPrefix + answer;
+  row.kind = CommandItem::Kind::Calculation;
+  row.title = answer;
+  row.subtitle = CopyRowWords::tr("%1 · copy").arg(query);
+  row.symbol = u"equal.square"_s;
+  row.payload = answer;
+  return row;
+}
+
 }  // namespace
 
 CommandExtras::CommandExtras(const CommandExtrasParts& parts, QObject* parent) : QObject(parent), parts_(parts) {
@@ -55,8 +69,9 @@ void CommandExtras::opened() {
 
 QList<CommandItem> CommandExtras::find(const QString& query) const {
   const QString text = Text::withoutOuterBlanks(query).toString();
-  if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters || !hasLetter(text)) return {};
   QList<CommandItem> rows;
+  if (const auto answer = QuickAnswer::of(text)) rows << answerRow(text, *answer);
+  if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters || !hasLetter(text)) return rows;
   if (choices_.findsEmoji) rows += emoji(text);
   if (choices_.findsSettings) rows += settings(text);
   return rows.first(std::min(rows.size(), kMost));
@@ -64,7 +79,7 @@ QList<CommandItem> CommandExtras::find(const QString& query) const {
 
 QList<CommandItem> CommandExtras::emoji(const QString& query) const {
   const EmojiTable& table = parts_.emoji();
-  const QString subtitle = EmojiRowWords::tr("%1 · copy");
+  const QString subtitle = CopyRowWords::tr("%1 · copy");
   QList<CommandItem> rows;
   for (const qsizetype index : table.search(query)) {
     const QString emoji = table.emoji(index);
@@ -99,7 +114,7 @@ QList<CommandItem> CommandExtras::settings(const QString& query) const {
 
 void CommandExtras::activate(const CommandItem& item) {
   const CommandItem chosen = item;  // What is done may replace the rows.
-  if (chosen.id.startsWith(kEmojiPrefix))
+  if (chosen.id.startsWith(kEmojiPrefix) || chosen.id.startsWith(kAnswerPrefix))
     parts_.commands.copyText(chosen.payload);
   else if (parts_.settings && chosen.id.startsWith(kSettingPrefix))
     parts_.settings->open(chosen.payload);

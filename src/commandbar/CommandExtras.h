@@ -36,7 +36,7 @@ class CommandExtras final : public QObject {
   static constexpr qsizetype kMost = 6;  ///< Rows in all.
   static constexpr qsizetype kMostEmoji = 6;
   static constexpr qsizetype kMostSettings = 3;
-  /// Shorter queries find nothing, nor do those without a letter.
+  /// Shorter queries find no emoji and no settings, nor do those without a letter.
   static constexpr qsizetype kFewestCharacters = 2;
 
   explicit CommandExtras(const CommandExtrasParts& parts, QObject* parent = nullptr);
@@ -46,8 +46,8 @@ class CommandExtras final : public QObject {
   /// The bar is there to be seen: what a query needs may be made ready.
   void opened();
 
-  /// The rows for a query, in the order in which they are shown: emoji that the table of symbols has not got, then rows
-  /// of Settings. Their identities begin with "emoji:" and "setting:".
+  /// The rows for a query, in the order in which they are shown: what QuickAnswer says to it, emoji that the table of
+  /// symbols has not got, then rows of Settings. Their identities begin with "answer:", "emoji:" and "setting:".
   QList<CommandItem> find(const QString& query) const;
   /// Does what a row of it stands for.
   void activate(const CommandItem& item);

@@ -90,6 +90,29 @@ TEST_F(CommandBarRowsTest, WhatComesLaterKeepsTheRowThatIsSelectedBelow) {
   EXPECT_EQ(list.rows().size(), 4);
 }
 
+TEST_F(CommandBarRowsTest, WhatOnlyTheWebAnswersBeginsWithTheSecondList) {
+  model->setQuery(u"zoom"_s);
+  ASSERT_EQ(shown(), "web:search, | setting:page/Zoom");
+  EXPECT_EQ(selectedId(), "setting:page/Zoom");
+  // Nobody chose it, so that something better takes its place.
+  time.advance(0.15);
+  findFiles({u"zoom"_s});
+  EXPECT_EQ(list.selection(), 0);
+  EXPECT_EQ(list.selected()->kind, CommandItem::Kind::File);
+  model->setQuery(u"zoom "_s);
+  time.advance(0.15);
+  findFiles({});
+  ASSERT_EQ(selectedId(), "setting:page/Zoom");
+  list.moveSelection(-1);
+  EXPECT_EQ(selectedId(), "web:search");
+  Q_EMIT extras.changed();
+  EXPECT_EQ(selectedId(), "web:search");
+  model->setQuery(u"sqrt(4)"_s);
+  ASSERT_EQ(shown(), "web:search, | answer:2");
+  EXPECT_TRUE(list.activate(list.selection()));
+  EXPECT_EQ(commands.asked.last(), u"copy 2"_s);
+}
+
 TEST_F(CommandBarRowsTest, TellsWhetherFilesAreLookedFor) {
   model->setQuery(u"zq"_s);
   QSignalSpy changes(&list, &CommandBarRows::changed);

@@ -113,5 +113,48 @@ TEST_F(CommandBarPaneTest, TheGlassGrowsIntoItsWindowAndShrinksWithinIt) {
   EXPECT_EQ(height(), alone);
 }
 
+TEST_F(CommandBarPaneTest, ShowsTwelveRowsAtMostAndNoneInPart) {
+  QStringList names;
+  for (int i = 1; i <= 14; ++i) names << u"Map %1"_s.arg(i);
+  desktop.installedApps.setFixed(appsNamed(names));
+  const auto rest = [this] {
+    for (test::TestFrameClock* clock : clocks.made) clock->beat(2);
+    pane.resize(pane.sizeHint());
+    QCoreApplication::processEvents();
+  };
+  type(u"map"_s);
+  ASSERT_EQ(pane.list().rows().size(), 12);
+  rest();
+  EXPECT_EQ(pane.list().height(), theme::kBarListPadding * 2 + theme::kBarRowHeight * 12);
+  pane.setSpaceForRows(300);
+  rest();
+  EXPECT_EQ(pane.list().height(), theme::kBarListPadding * 2 + theme::kBarRowHeight * 6);
+  const auto place = [this](int row) { return pane.list().visualRect(pane.list().model()->index(row, 0)); };
+  for (const auto& [steps, first] : {std::pair(8, 3), {1, 4}, {-5, 4}, {-1, 3}}) {
+    for (int i = 0; i < std::abs(steps); ++i) key(steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+    EXPECT_EQ(place(first).top(), 0) << steps;
+    EXPECT_TRUE(pane.list().viewport()->rect().contains(place(pane.list().currentIndex().row()))) << steps;
+  }
+}
+
+TEST_F(CommandBarPaneTest, SeveralLinesThatArePastedAreOne) {
+  pane.field().insert(u"two\r\nlines\tmore"_s);
+  EXPECT_EQ(pane.field().text(), u"two lines more"_s);
+  EXPECT_EQ(model->query(), pane.field().text());
+}
+
+TEST_F(CommandBarPaneTest, SaysWhatItDidAndWhereNothingCanBeFound) {
+  type(u"ma"_s);
+  key(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(pane.list().accessibleDescription(), u"Path copied"_s);
+  pane.field().clear();
+  pane.setFindsNothing(true);
+  EXPECT_EQ(pane.field().placeholderText(), u"Write a calculation"_s);
+  for (test::TestFrameClock* clock : clocks.made) clock->beat(2);
+  type(u"zzz"_s);
+  EXPECT_EQ(pane.sizeHint().height(), pane.margins().top() + pane.margins().bottom() + theme::kBarFieldHeight +
+                                          theme::kBarListPadding * 2 + theme::kBarRowHeight);
+}
+
 }  // namespace
 }  // namespace tarnwick

@@ -1,5 +1,6 @@
 #include "views/commandbar/CommandBarPane.h"
 
+#include <QAccessible>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -13,6 +14,8 @@
 #include "views/theme/Emoji.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
 
 CommandBarPane::CommandBarPane(CommandBarRows& rows, Picture picture, FrameClocks& clocks, const QString& display)
     : GlassPane({.shadowScale = theme::kBarShadowScale, .padding = 0}),
@@ -30,7 +33,7 @@ CommandBarPane::CommandBarPane(CommandBarRows& rows, Picture picture, FrameClock
   list_->setPicture(
       [this](QPainter& painter, const QRectF& box, const CommandItem& item) { drawPicture(painter, box, item); });
   list_->hide();
-  connect(field_, &QLineEdit::textChanged, &rows_, [this](const QString& text) { rows_.model().setQuery(text); });
+  connect(field_, &QLineEdit::textChanged, this, &CommandBarPane::takeText);
   connect(field_, &QLineEdit::returnPressed, this, [this] { activate(rows_.selection()); });
   connect(field_, &CommandField::listKeyPressed, this, &CommandBarPane::keyPressed);
   connect(list_, &CommandList::opened, this, &CommandBarPane::activate);
@@ -49,6 +52,17 @@ void CommandBarPane::setReduceMotion(bool reduce) {
 
 void CommandBarPane::setComposited(bool composited) { isComposited_ = composited; }
 
+void CommandBarPane::setFindsNothing(bool findsNothing) {
+  findsNothing_ = findsNothing;
+  field_->setFindsNothing(findsNothing);
+  takeRows();
+}
+
+void CommandBarPane::setSpaceForRows(int height) {
+  list_->setSpace(height);
+  takeRows();
+}
+
 void CommandBarPane::setGrowing(bool growing) {
   isGrowing_ = growing;
   takeRows();
@@ -66,11 +80,29 @@ QRectF CommandBarPane::pane() const {
   return {QPointF(whole.topLeft()), QSizeF(whole.width(), height)};
 }
 
+/// Several lines that were pasted are one, in the field and in what is found for it.
+void CommandBarPane::takeText(const QString& text) {
+  QString line = text;
+  line.replace("\r\n"_L1, " "_L1);
+  for (QChar& each : line)
+    if (each.category() == QChar::Other_Control || each == QChar::LineSeparator || each == QChar::ParagraphSeparator)
+      each = u' ';
+  if (line == text) return rows_.model().setQuery(text);
+  const qsizetype behind = text.size() - field_->cursorPosition();
+  field_->setText(line);  // Comes back here.
+  field_->setCursorPosition(static_cast<int>(std::max<qsizetype>(0, line.size() - behind)));
+}
+
+bool CommandBarPane::saysNothingIsOn() const {
+  return findsNothing_ && rows_.rows().isEmpty() && !rows_.model().query().trimmed().isEmpty();
+}
+
 void CommandBarPane::takeRows() {
   list_->setRows(rows_.rows());
   list_->choose(rows_.rows().isEmpty() ? -1 : rows_.selection());
+  list_->scrollTo(list_->currentIndex());  // Also where the same place has another row now.
   field_->setSearching(rows_.model().searchingFiles() || isGrowing_);
-  const double height = list_->wholeHeight();
+  const double height = saysNothingIsOn() ? theme::kBarListPadding * 2 + theme::kBarRowHeight : list_->wholeHeight();
   if (height != growth_.spring().target)
     growth_.animate(height, MotionStyle::Quick, isComposited_ && !reduceMotion_, reduceMotion_);
   layOut();
@@ -99,6 +131,10 @@ void CommandBarPane::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const double y = snappedY(painter, {whole.left(), whole.top() + theme::kBarFieldHeight});
   painter.fillRect(QRectF(whole.left(), y, whole.width(), hairline(painter)), look().palette.hairline);
+  if (!saysNothingIsOn()) return;
+  const QRectF line = whole.adjusted(theme::kBarTextLeft, theme::kBarFieldHeight, -theme::kBarSymbolLeft, 0);
+  drawTextIn(painter, line, CommandBarWords::tr("Everything that the bar finds is switched off in Settings."),
+             TextStyle::Body, look().palette.secondary, Qt::AlignHCenter);
 }
 
 void CommandBarPane::keyPressed(QKeyEvent* event) {
@@ -110,7 +146,7 @@ void CommandBarPane::keyPressed(QKeyEvent* event) {
   const CommandItem* chosen = rows_.selected();
   switch (action) {
     case CopyPath:
-      if (chosen && !chosen->path.isEmpty()) rows_.model().copyPath(*chosen);
+      if (chosen && !chosen->path.isEmpty()) copyPath(*chosen);
       break;
     case Reveal:
       reveal(rows_.selection());
@@ -125,6 +161,16 @@ void CommandBarPane::keyPressed(QKeyEvent* event) {
     case None:
       break;
   }
+}
+
+/// The bar stays, so it says what it did.
+void CommandBarPane::copyPath(const CommandItem& item) {
+  rows_.model().copyPath(item);
+  const QString note = CommandBarWords::tr("Path copied");
+  list_->say(note);
+  list_->setAccessibleDescription(note);
+  QAccessibleEvent alert(list_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
 }
 
 void CommandBarPane::activate(int row) {

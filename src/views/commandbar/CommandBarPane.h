@@ -30,6 +30,10 @@ class CommandBarPane final : public GlassPane {
   void setReduceMotion(bool reduce);
   /// Whether windows can be translucent; where not, nothing grows.
   void setComposited(bool composited);
+  /// Whether every source is switched off, which is said in place of a promise.
+  void setFindsNothing(bool findsNothing);
+  /// How high the list may become. It shows whole rows alone and scrolls where that is not enough.
+  void setSpaceForRows(int height);
   /// Whether more files may be found soon, which the mark in the field says too.
   void setGrowing(bool growing);
   QSize sizeHint() const override;
@@ -50,7 +54,10 @@ class CommandBarPane final : public GlassPane {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void takeText(const QString& text);
   void takeRows();
+  bool saysNothingIsOn() const;
+  void copyPath(const CommandItem& item);
   void keyPressed(QKeyEvent* event);
   void activate(int row);
   void reveal(int row);
@@ -68,6 +75,7 @@ class CommandBarPane final : public GlassPane {
   bool reduceMotion_ = false;
   bool isComposited_ = true;
   bool isGrowing_ = false;
+  bool findsNothing_ = false;
   bool hasAppeared_ = false;
 };
 

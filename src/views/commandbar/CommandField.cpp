@@ -54,8 +54,7 @@ class CommandField::Ring final : public Animation {
 
 CommandField::CommandField(QWidget* parent)
     : QLineEdit(parent), style_(std::make_unique<CaretlessStyle>()), ring_(std::make_unique<Ring>(*this)) {
-  setAccessibleName(CommandBarWords::tr("Search apps, files, widgets, clipboard…"));
-  setPlaceholderText(CommandBarWords::tr("Search apps, files, widgets, clipboard…"));
+  setFindsNothing(false);
   setFrame(false);
   setAttribute(Qt::WA_MacShowFocusRect, false);
   setStyle(style_.get());
@@ -75,6 +74,13 @@ CommandField::~CommandField() {
 }
 
 void CommandField::setClock(std::unique_ptr<FrameClock> clock) { animator_.setClock(std::move(clock)); }
+
+void CommandField::setFindsNothing(bool findsNothing) {
+  const QString words = findsNothing ? CommandBarWords::tr("Write a calculation")
+                                     : CommandBarWords::tr("Search apps, files, widgets, clipboard…");
+  setAccessibleName(words);
+  setPlaceholderText(words);
+}
 
 void CommandField::setSearching(bool searching) {
   if (std::exchange(searching_, searching) == searching) return;

@@ -23,6 +23,8 @@ class CommandField final : public QLineEdit {
   /// With reduced motion the ring stands.
   void setReduceMotion(bool reduce) { reduceMotion_ = reduce; }
   void setSearching(bool searching);
+  /// What it says while it is empty.
+  void setFindsNothing(bool findsNothing);
 
  Q_SIGNALS:
   /// A key that means something for the list. Its modifiers are without that of the keypad.

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "views/commandbar/CommandBarMeasures.h"
@@ -22,6 +23,8 @@ namespace tarnwick {
 namespace {
 
 using Kind = CommandItem::Kind;
+
+constexpr qsizetype kMostRows = 12;
 
 /// What a row says below that: of a file its folder, in the form in which people know it.
 QString captionOf(const CommandItem& item) {
@@ -93,6 +96,7 @@ class CommandList::Painter final : public QStyledItemDelegate {
   }
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    if (!list_.showsWhole(option.rect)) return;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     const ControlLook& look = lookOf(list_);
@@ -127,7 +131,12 @@ class CommandList::Painter final : public QStyledItemDelegate {
                       theme::kBarIcon);
     if (list_.picture_) list_.picture_(painter, mirror(icon), item);
     double right = box.right() - theme::kBarRowTextRight;
-    if (chosen) {
+    if (chosen && !list_.note_.isEmpty()) {
+      const double width = std::ceil(TextLine(list_.note_, TextStyle::CommandCaption).width());
+      drawTextIn(painter, mirror(QRectF(right - width, box.top(), width, box.height())), list_.note_,
+                 TextStyle::CommandCaption, look.palette.secondary, mirror.ending());
+      right -= width + theme::kBarHintGap;
+    } else if (chosen) {
       const KeyHint hint(CommandBarWords::hint(item.kind, canReveal(item)));
       hint.draw(painter, mirror(QRectF(right - hint.width(), box.top(), hint.width(), box.height())), look,
                 mirror.isMirrored());
@@ -155,6 +164,7 @@ CommandList::CommandList(QWidget* parent) : QListView(parent), model_(new Model(
   setModel(model_);
   setItemDelegate(new Painter(*this));
   setFocusPolicy(Qt::NoFocus);
+  setVerticalScrollMode(ScrollPerItem);
   setViewportMargins(theme::kBarListPadding, theme::kBarListPadding, theme::kBarListPadding, theme::kBarListPadding);
 }
 
@@ -162,6 +172,7 @@ CommandList::~CommandList() = default;
 
 void CommandList::setRows(const QList<CommandRow>& rows) {
   if (rows == model_->rows) return;
+  note_.clear();
   model_->set(rows);
   scheduleDelayedItemsLayout();
   viewport()->update();
@@ -172,16 +183,49 @@ const QList<CommandRow>& CommandList::rows() const { return model_->rows; }
 void CommandList::choose(int row) {
   const QModelIndex index = row < 0 ? QModelIndex() : model_->index(row, 0);
   if (index == currentIndex()) return;
+  note_.clear();
   setCurrentIndex(index);
   viewport()->update();
 }
 
+void CommandList::say(const QString& note) {
+  note_ = note;
+  viewport()->update();
+}
+
+int CommandList::heightOf(int row) const {
+  return theme::kBarRowHeight + (startsBelow(model_->rows, row) ? theme::kBarDivider : 0);
+}
+
+int CommandList::shownRows() const {
+  const auto most = static_cast<int>(std::min<qsizetype>(model_->rows.size(), kMostRows));
+  int height = theme::kBarListPadding * 2;
+  for (int row = 0; row < most; ++row) {
+    height += heightOf(row);
+    if (row > 0 && height > space_) return row;
+  }
+  return most;
+}
+
 int CommandList::wholeHeight() const {
   if (model_->rows.isEmpty()) return 0;
-  int height = theme::kBarListPadding * 2 + static_cast<int>(model_->rows.size()) * theme::kBarRowHeight;
-  for (int row = 0; row < model_->rows.size(); ++row)
-    if (startsBelow(model_->rows, row)) height += theme::kBarDivider;
+  int height = theme::kBarListPadding * 2;
+  for (int row = 0, end = shownRows(); row < end; ++row) height += heightOf(row);
   return height;
+}
+
+void CommandList::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  if (index.isValid() && shownRows() < model_->rows.size()) QListView::scrollTo(index, hint);
+}
+
+/// While it grows the rows come out from behind its edge.
+bool CommandList::showsWhole(const QRect& row) const {
+  return height() < wholeHeight() || viewport()->rect().contains(row);
+}
+
+int CommandList::rowAt(const QPoint& place) const {
+  const QModelIndex index = indexAt(place);
+  return index.isValid() && showsWhole(visualRect(index)) ? index.row() : -1;
 }
 
 void CommandList::pressItem(const QModelIndex& index) {
@@ -196,11 +240,11 @@ QStringList CommandList::itemActions(const QModelIndex& index) const {
 void CommandList::runItemAction(const QModelIndex& index, qsizetype) { Q_EMIT revealRequested(index.row()); }
 
 void CommandList::mousePressEvent(QMouseEvent* event) {
-  pressed_ = event->button() == Qt::LeftButton ? indexAt(event->position().toPoint()).row() : -1;
+  pressed_ = event->button() == Qt::LeftButton ? rowAt(event->position().toPoint()) : -1;
 }
 
 void CommandList::mouseReleaseEvent(QMouseEvent* event) {
-  const int row = indexAt(event->position().toPoint()).row();
+  const int row = rowAt(event->position().toPoint());
   if (event->button() == Qt::LeftButton && row >= 0 && row == std::exchange(pressed_, -1)) Q_EMIT opened(row);
 }
 

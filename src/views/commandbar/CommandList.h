@@ -2,6 +2,7 @@
 
 #include <QListView>
 #include <functional>
+#include <limits>
 
 #include "commandbar/CommandBarRows.h"
 #include "views/controls/ListAccessible.h"
@@ -9,7 +10,8 @@
 namespace tarnwick {
 
 /// The rows of the command bar. The field keeps the keyboard; one row is chosen, and a click on any one opens it. It is
-/// as high as its rows and scrolls where the screen has no space for that.
+/// as high as its rows, twelve at most and no more than there is space for; beyond that it scrolls. No row is ever seen
+/// in part.
 class CommandList final : public QListView, public ItemActions {
   Q_OBJECT
  public:
@@ -25,8 +27,13 @@ class CommandList final : public QListView, public ItemActions {
   const QList<CommandRow>& rows() const;
   /// -1 for none.
   void choose(int row);
-  /// Of all rows, with the space around them; 0 without any.
+  /// What was done with the chosen row, in place of its hint until something changes.
+  void say(const QString& note);
+  void setSpace(int height) { space_ = height; }
+  /// Of the rows that it shows at a time, with the space around them; 0 without any.
   int wholeHeight() const;
+  /// What fits in the end is not scrolled while the list grows.
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
   /// Draws the pictures anew.
   void refreshPictures() { viewport()->update(); }
 
@@ -46,8 +53,15 @@ class CommandList final : public QListView, public ItemActions {
   class Model;
   class Painter;
 
+  int shownRows() const;
+  int heightOf(int row) const;
+  bool showsWhole(const QRect& row) const;
+  int rowAt(const QPoint& place) const;
+
   Model* model_;
   Picture picture_;
+  QString note_;
+  int space_ = std::numeric_limits<int>::max();
   int pressed_ = -1;
 };
 

@@ -75,7 +75,7 @@ void addCommandBar(CardPage& page) {
        {QT_TRANSLATE_NOOP("Help", "A calculation"),
         QT_TRANSLATE_NOOP("Help",
                           "Type one such as 1234*5678/3 or 50%+10: the result is there as you type, Return copies "
-                          "it. It knows + − * / ^ % and parentheses.")},
+                          "it. It knows + − * / ^ % and parentheses, sqrt(2), 10% of 50 and units: 12 cm in in.")},
        {QT_TRANSLATE_NOOP("Help", "A symbol or emoji"),
         QT_TRANSLATE_NOOP("Help", "Type how its name begins, such as heart or arrow, and Return copies it.")}});
 }
