@@ -1,0 +1,169 @@
+#include "usage/ClaudeActivity.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QTimeZone>
+#include <algorithm>
+#include <cerrno>
+
+#include "base/DomainError.h"
+#include "base/FileDescriptor.h"
+#include "usage/UsageReaderWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::string_view kEnding = ".json";
+
+struct CloseFolder {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+double secondsSinceReference(const QDateTime& time) {
+  return static_cast<double>(time.toMSecsSinceEpoch()) / 1000 - ClaudeActivityRecord::kReferenceDate;
+}
+
+QDateTime dateOf(double seconds) {
+  return QDateTime::fromMSecsSinceEpoch(std::llround((seconds + ClaudeActivityRecord::kReferenceDate) * 1000));
+}
+
+/// What a file holds, if it is an ordinary one that small: nothing waits for it and nothing is followed.
+std::optional<ClaudeActivityRecord> recordIn(int folder, const char* name) {
+  const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  struct stat facts {};
+  if (!file || ::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode)) return std::nullopt;
+  if (facts.st_size > static_cast<off_t>(ClaudeActivityRecord::kMostFileBytes)) return std::nullopt;
+  std::string bytes(ClaudeActivityRecord::kMostFileBytes + 1, '\0');
+  std::size_t size = 0;
+  while (size < bytes.size()) {
+    const ssize_t count = ::read(file.number(), bytes.data() + size, bytes.size() - size);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    size += static_cast<std::size_t>(count);
+  }
+  bytes.resize(size);
+  return ClaudeActivityRecord::decoded(bytes);
+}
+
+/// Calls `each` with the names in a folder that end like a record's. False where the folder can't be read.
+template <class Each>
+bool forNames(const Folder& folder, Each each) {
+  for (;;) {
+    errno = 0;
+    const dirent* entry = ::readdir(folder.get());
+    if (!entry) return errno == 0;
+    if (std::string_view(entry->d_name).ends_with(kEnding)) each(entry->d_name);
+  }
+}
+
+QString labelOf(const ClaudeActivityRecord& record, double age) {
+  if (age >= ClaudeActivity::kRecent) return UsageReaderWords::tr("No recent activity");
+  if (record.state == "permission") return UsageReaderWords::tr("Awaiting permission");
+  if (record.state == "thinking") return UsageReaderWords::tr("Thinking");
+  if (record.state != "tool") return UsageReaderWords::tr("Idle");
+  return record.tool.empty() ? UsageReaderWords::tr("Using a tool") : QString::fromStdString(record.tool);
+}
+
+bool isActive(const ClaudeActivityRecord& record, double age) {
+  return record.state != "idle" && record.state != "ended" && age < ClaudeActivity::kRecent;
+}
+
+}  // namespace
+
+QList<ClaudeActivityRecord> ClaudeActivity::records(const QString& directory, const QDateTime& now) {
+  const Folder folder(::opendir(QFile::encodeName(directory).constData()));
+  if (!folder) {
+    if (errno == ENOENT) return {};
+    throw DomainError::invalid(UsageReaderWords::tr("The folder with Claude’s activity could not be read."));
+  }
+  const double present = secondsSinceReference(now);
+  QList<ClaudeActivityRecord> found;
+  const bool isWhole = forNames(folder, [&](const char* name) {
+    if (found.size() > kMostRecords) return;
+    auto record = recordIn(::dirfd(folder.get()), name);
+    if (!record) return;
+    const double age = present - record->time;
+    if (age >= 0 && age < kForgotten) found.append(*std::move(record));
+  });
+  if (!isWhole)
+    throw DomainError::invalid(UsageReaderWords::tr("The folder with Claude’s activity could not be read."));
+  if (found.size() > kMostRecords)
+    throw DomainError::invalid(
+        UsageReaderWords::tr("More than 1,000 active Claude sessions; activity is unavailable."));
+  std::ranges::stable_sort(found, std::greater(), &ClaudeActivityRecord::time);
+  return found;
+}
+
+RemoteValue ClaudeActivity::value(const QList<ClaudeActivityRecord>& records, const QDateTime& now,
+                                  const QLocale& locale) {
+  const double present = secondsSinceReference(now);
+  const auto timeOf = [&](const ClaudeActivityRecord& record) {
+    return locale.toString(dateOf(record.time).toTimeZone(now.timeZone()).time(), QLocale::ShortFormat);
+  };
+  const auto label = [&](const ClaudeActivityRecord& record) { return labelOf(record, present - record.time); };
+
+  RemoteValue value;
+  value.subtitle = UsageReaderWords::tr("Claude Code · local activity");
+  value.symbol = u"cloud.sun.fill"_s;
+  value.updated = now;
+  if (records.isEmpty()) {
+    value.value = UsageReaderWords::tr("No activity yet");
+    value.detail = UsageReaderWords::tr("Start a new Claude Code session after installing hooks.");
+    return value;
+  }
+  const auto active = std::ranges::find_if(
+      records, [&](const ClaudeActivityRecord& record) { return isActive(record, present - record.time); });
+  value.value = label(active == records.end() ? records.first() : *active);
+  value.detail = UsageReaderWords::tr("Last event %1").arg(timeOf(records.first()));
+  for (const ClaudeActivityRecord& record : records.first(std::min(records.size(), kMostRows))) {
+    const QString tool = record.tool.empty() ? UsageReaderWords::tr("Session") : QString::fromStdString(record.tool);
+    value.rows.append({QString::fromStdString(record.session), label(record), tool + u" · "_s + timeOf(record), {}});
+  }
+  return value;
+}
+
+std::optional<QDateTime> ClaudeActivity::nextChange(const QList<ClaudeActivityRecord>& records, const QDateTime& now) {
+  const double present = secondsSinceReference(now);
+  std::optional<double> earliest;
+  for (const ClaudeActivityRecord& record : records)
+    for (const double age : {kRecent, kForgotten}) {
+      const double moment = record.time + age;
+      if (moment > present && (!earliest || moment < *earliest)) earliest = moment;
+    }
+  return earliest ? std::optional(dateOf(*earliest)) : std::nullopt;
+}
+
+RemoteValue ClaudeActivity::read(const QString& directory, const QDateTime& now, const QLocale& locale) {
+  return value(records(directory, now), now, locale);
+}
+
+qsizetype ClaudeActivity::removeOld(const QString& directory, const QDateTime& now) {
+  const FileDescriptor place(
+      ::open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (!place) return 0;
+  FileDescriptor listed(::fcntl(place.number(), F_DUPFD_CLOEXEC, 0));
+  const Folder folder(listed ? ::fdopendir(listed.number()) : nullptr);
+  if (!folder) return 0;
+  listed.release();  // The folder's now.
+  const double present = secondsSinceReference(now);
+  QList<QByteArray> old;
+  forNames(folder, [&](const char* name) {
+    if (!ClaudeActivityRecord::isFileName(name)) return;
+    const auto record = recordIn(place.number(), name);
+    if (record && record->session + ".json" == name && present - record->time > kRemoved) old.append(name);
+  });
+  qsizetype removed = 0;
+  for (const QByteArray& name : old) removed += ::unlinkat(place.number(), name.constData(), 0) == 0;
+  return removed;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "base/OrderedWork.h"
+#include "base/Scheduler.h"
+#include "facilities/BeatClient.h"
+#include "files/FileWatch.h"
+#include "usage/LocalReading.h"
+
+namespace tarnwick {
+
+/// Keeps the tiles of Claude Code's activity up to date while displays show any: they are read anew within two seconds
+/// of a change in their folder, and when what is told by the time alone changes. Nothing is done while nothing happens.
+/// Main thread only.
+class ClaudeActivityFollower final : public QObject, public BeatClient {
+ public:
+  /// Has a widget read again.
+  using Refresh = std::function<void(const DockWidget& widget)>;
+
+  /// `ownFolder` is that of the program's own hooks: old records in it are removed once a day. The scheduler outlives
+  /// it.
+  ClaudeActivityFollower(Scheduler& scheduler, Refresh refresh, QString ownFolder);
+  ~ClaudeActivityFollower() override;
+
+  /// Reads such a widget; to be used as long as this lives.
+  LocalReader reader();
+
+  BeatStep step() const override { return BeatStep::ClaudeActivity; }
+  int everyTicks() const override { return 2; }
+  bool isNeededBy(const ActiveSets& active) const override;
+  void beat(const ActiveSets& active) override;
+  void wake() override { isChanged_ = true; }
+  void end() override;
+
+ private:
+  void folderChanged();
+  void refreshAll();
+  void removeOld();
+
+  Scheduler& scheduler_;
+  Refresh refresh_;
+  QString ownFolder_;
+  std::unique_ptr<FileWatch> watch_;  ///< None while no tile is shown.
+  QStringList folders_;
+  QList<DockWidget> widgets_;
+  double beatAt_ = 0;   ///< On the reference clock.
+  double readAt_ = -1;  ///< The last time that widgets were read because of this.
+  bool isChanged_ = false;
+  std::shared_ptr<std::optional<QDateTime>> nextChange_;
+  double removedAt_ = -1;
+  OrderedWork disk_;
+};
+
+}  // namespace tarnwick

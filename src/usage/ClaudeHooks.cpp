@@ -1,0 +1,167 @@
+#include "usage/ClaudeHooks.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QUuid>
+#include <algorithm>
+#include <cerrno>
+
+#include "base/DomainError.h"
+#include "base/DurableFile.h"
+#include "base/FileDescriptor.h"
+#include "claudehook/ActivityRecord.h"
+#include "usage/UsageReaderWords.h"
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::string_view kHooks = "hooks";
+constexpr qint64 kMostBytes = 8 * 1024 * 1024;
+
+DomainError unreadable() {
+  return DomainError::invalid(UsageReaderWords::tr("Claude settings could not be read; no settings were changed."));
+}
+DomainError incomplete() { return DomainError::invalid(UsageReaderWords::tr("A Claude hook group is incomplete.")); }
+
+QString quoted(QString word) { return u'\'' + word.replace(u'\'', u"'\\''"_s) + u'\''; }
+
+JSONNode groupOf(const std::string& command) {
+  JSONNode hook = JSONNode::object();
+  hook.set("type", JSONNode::text("command"));
+  hook.set("command", JSONNode::text(command));
+  hook.set("timeout", {JSONNode::Kind::Number, "5", {}, {}});
+  hook.set("async", {JSONNode::Kind::Boolean, "true", {}, {}});
+  JSONNode list = JSONNode::array();
+  list.items.push_back(std::move(hook));
+  JSONNode group = JSONNode::object();
+  group.set("matcher", JSONNode::text(""));
+  group.set(kHooks, std::move(list));
+  return group;
+}
+
+bool runs(const JSONNode& entry, const std::string& command) {
+  if (entry.kind != JSONNode::Kind::Object)
+    throw DomainError::invalid(UsageReaderWords::tr("A Claude hook entry has an unsupported format."));
+  const JSONNode* told = entry.find("command");
+  return told && told->value() == command;
+}
+
+/// The groups of an event without our hook; one that held nothing else is gone.
+JSONNode withoutOurs(const JSONNode& groups, const std::string& command) {
+  if (groups.kind != JSONNode::Kind::Array) throw incomplete();
+  JSONNode kept = JSONNode::array();
+  for (const JSONNode& group : groups.items) {
+    const JSONNode* hooks = group.kind == JSONNode::Kind::Object ? group.find(kHooks) : nullptr;
+    if (!hooks || hooks->kind != JSONNode::Kind::Array) throw incomplete();
+    JSONNode others = JSONNode::array();
+    for (const JSONNode& entry : hooks->items)
+      if (!runs(entry, command)) others.items.push_back(entry);
+    if (others.items.size() == hooks->items.size()) {
+      kept.items.push_back(group);
+    } else if (!others.items.empty()) {
+      kept.items.push_back(group);
+      kept.items.back().set(kHooks, std::move(others));
+    }
+  }
+  return kept;
+}
+
+/// What stands in the settings file; absent where there is none.
+std::optional<QByteArray> bytesOf(const QString& path) {
+  const FileDescriptor file(
+      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!file) {
+    if (errno == ENOENT) return std::nullopt;
+    if (errno == ELOOP)
+      throw DomainError::invalid(
+          UsageReaderWords::tr("Choose the real Claude settings file; its current path is a symbolic link."));
+    throw unreadable();
+  }
+  struct stat facts {};
+  if (::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) || facts.st_size > kMostBytes) throw unreadable();
+  QFile reader;
+  if (!reader.open(file.number(), QIODevice::ReadOnly)) throw unreadable();
+  QByteArray bytes = reader.read(kMostBytes + 1);
+  if (reader.error() != QFileDevice::NoError || bytes.size() > kMostBytes) throw unreadable();
+  return bytes;
+}
+
+JSONNode settingsIn(const QByteArray& bytes) {
+  auto settings = parseJSON({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+  if (!settings || settings->kind != JSONNode::Kind::Object) throw unreadable();
+  return *std::move(settings);
+}
+
+/// A new file with what was there before, for its owner alone like the one that it is a copy of.
+QString backUp(const QByteArray& bytes, const QString& settings) {
+  const QString path = QFileInfo(settings).absolutePath() + u"/settings.tarnwick-backup-"_s +
+                       QUuid::createUuid().toString(QUuid::WithoutBraces) + u".json"_s;
+  QFile copy(path);
+  const bool isWhole = copy.open(QIODevice::WriteOnly | QIODevice::NewOnly) &&
+                       copy.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
+                       copy.write(bytes) == bytes.size() && copy.flush();
+  if (isWhole) return path;
+  const QString reason = copy.errorString();
+  if (copy.isOpen()) copy.remove();
+  throw DomainError::invalid(
+      UsageReaderWords::tr("The Claude settings could not be copied first, so they were not changed: %1").arg(reason));
+}
+
+}  // namespace
+
+QString ClaudeHooks::command(const QString& executable, const QString& directory) {
+  return quoted(executable) + u" --claude-hook "_s + quoted(directory);
+}
+
+JSONNode ClaudeHooks::merging(JSONNode settings, const QString& executable, const QString& directory, bool remove) {
+  const JSONNode* found = settings.find(kHooks);
+  if (found && found->kind != JSONNode::Kind::Object)
+    throw DomainError::invalid(
+        UsageReaderWords::tr("Claude settings has an unsupported hooks value; no settings were changed."));
+  JSONNode hooks = found ? *found : JSONNode::object();
+  const std::string ours = command(executable, directory).toStdString();
+  for (const auto& [event, state] : kClaudeActivityStates) {
+    const JSONNode* before = hooks.find(event);
+    JSONNode groups = before ? withoutOurs(*before, ours) : JSONNode::array();
+    if (!remove) groups.items.push_back(groupOf(ours));
+    if (groups.items.empty())
+      hooks.remove(event);
+    else
+      hooks.set(event, std::move(groups));
+  }
+  if (hooks.members.empty())
+    settings.remove(kHooks);
+  else
+    settings.set(kHooks, std::move(hooks));
+  return settings;
+}
+
+void ClaudeHooks::install(const QString& settings, const QStringList& executables, const QString& directory,
+                          bool remove) {
+  const std::optional<QByteArray> before = bytesOf(settings);
+  JSONNode wanted = before ? settingsIn(*before) : JSONNode::object();
+  for (const QString& executable : executables) wanted = merging(std::move(wanted), executable, directory, true);
+  if (!remove) wanted = merging(std::move(wanted), executables.value(0), directory, false);
+  if (remove && !before) return;
+  const QByteArray after = QByteArray::fromStdString(prettyJSON(wanted));
+  const auto stamp = DurableFile::stamp(settings);
+  if (bytesOf(settings) != before)
+    throw DomainError::invalid(UsageReaderWords::tr("Claude settings changed while preparing the hooks. Try again."));
+  if (!before) {
+    DurableFile::writeAtomically(after, settings, DurableFile::kPrivate);
+    return;
+  }
+  const QString copy = backUp(*before, settings);
+  if (stamp && DurableFile::replace(after, settings, *stamp)) return;
+  QFile::remove(copy);
+  throw DomainError::invalid(UsageReaderWords::tr("Claude settings changed while preparing the hooks. Try again."));
+}
+
+}  // namespace tarnwick

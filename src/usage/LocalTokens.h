@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QLocale>
+#include <QString>
+
+#include "services/RemoteValue.h"
+
+namespace tarnwick {
+
+/// One answer of a model, as a program on this machine noted it.
+struct LocalTokenRecord {
+  QString id;  ///< Of the answer; the same one noted twice counts once.
+  QDateTime time;
+  double tokens = 0;
+
+  bool operator==(const LocalTokenRecord&) const = default;
+};
+
+/// What is shown of such records.
+struct LocalTokens {
+  /// A whole number as the locale groups it.
+  static QString formatted(double number, const QLocale& locale = QLocale());
+  /// The totals of the month and the day in which `now` is, in its zone.
+  static RemoteValue thisMonth(const QList<LocalTokenRecord>& records, const QDateTime& now, const QString& detail);
+};
+
+}  // namespace tarnwick
