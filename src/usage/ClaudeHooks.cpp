@@ -159,7 +159,12 @@ void ClaudeHooks::install(const QString& settings, const QStringList& executable
     return;
   }
   const QString copy = backUp(*before, settings);
-  if (stamp && DurableFile::replace(after, settings, *stamp)) return;
+  try {
+    if (stamp && DurableFile::replace(after, settings, *stamp)) return;
+  } catch (...) {
+    QFile::remove(copy);
+    throw;
+  }
   QFile::remove(copy);
   throw DomainError::invalid(UsageReaderWords::tr("Claude settings changed while preparing the hooks. Try again."));
 }

@@ -1,13 +1,15 @@
 #include "usage/GeminiHistory.h"
 
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <vector>
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
@@ -35,33 +37,33 @@ struct Recording {
 };
 
 QList<Recording> recordingsIn(const QString& directory, const std::stop_token& stop) {
+  namespace fs = std::filesystem;
   QList<Recording> found;
-  qint64 bytes = 0;
-  QStringList folders{directory};
-  while (!folders.isEmpty()) {
+  quint64 bytes = 0;
+  std::vector<fs::path> folders{fs::path(QFile::encodeName(directory).toStdString())};
+  const auto isInChats = [](const fs::path& folder) { return std::ranges::find(folder, "chats") != folder.end(); };
+  while (!folders.empty()) {
     throwIfStopped(stop);
-    const QString folder = folders.takeLast();
-    const QFileInfo about(folder);
-    if (!about.isReadable() || !about.isExecutable()) throw unreadablePart();
-    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    while (entries.hasNext()) {
-      entries.next();
-      const QFileInfo entry = entries.fileInfo();
-      if (entry.isSymLink()) continue;
-      if (entry.isDir()) {
-        folders.append(entry.filePath());
-        continue;
-      }
-      const bool isNamed = entry.fileName().startsWith(u"session-"_s);
-      if (!isNamed || !entry.isFile() || !entry.path().split(u'/').contains(u"chats"_s)) continue;
-      found.append({entry.filePath(), entry.suffix() == u"jsonl"_s});
-      bytes += entry.size();
-      if (found.size() > GeminiHistory::kMostRecordings || entry.size() > GeminiHistory::kMostBytesEach ||
+    const fs::path folder = std::move(folders.back());
+    folders.pop_back();
+    std::error_code fault;
+    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end; entry.increment(fault)) {
+      const fs::file_status status = entry->symlink_status(fault);
+      if (fault) break;
+      if (fs::is_directory(status)) folders.push_back(entry->path());
+      const std::string name = entry->path().filename();
+      if (!fs::is_regular_file(status) || !name.starts_with("session-") || !isInChats(folder)) continue;
+      const quint64 size = entry->file_size(fault);
+      if (fault) break;
+      found.append({QFile::decodeName(entry->path().c_str()), entry->path().extension() == ".jsonl"});
+      bytes += size;
+      if (found.size() > GeminiHistory::kMostRecordings || size > GeminiHistory::kMostBytesEach ||
           bytes > GeminiHistory::kMostBytes)
         throw DomainError::invalid(
             UsageReaderWords::tr("The local history exceeds the refresh limit. Choose a smaller chat directory; no "
                                  "partial total is shown."));
     }
+    if (fault) throw unreadablePart();
   }
   return found;
 }

@@ -14,8 +14,8 @@ namespace tarnwick {
 /// total. Throws DomainError and Cancelled; not for the main thread.
 struct GeminiHistory {
   static constexpr qsizetype kMostRecordings = 2000;
-  static constexpr qint64 kMostBytesEach = 8'000'000;
-  static constexpr qint64 kMostBytes = 32'000'000;
+  static constexpr quint64 kMostBytesEach = 8'000'000;
+  static constexpr quint64 kMostBytes = 32'000'000;
 
   static RemoteValue read(const QString& directory, const QDateTime& now, const std::stop_token& stop = {});
   /// The answers in one recording; as lines of JSON, or as one object.

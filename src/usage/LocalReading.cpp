@@ -11,11 +11,15 @@
 
 namespace tarnwick {
 
-QCoro::Task<RemoteValue> readElsewhere(std::function<RemoteValue(const std::stop_token&)> read, std::stop_token stop) {
-  struct Outcome {
-    std::optional<RemoteValue> value;
-    std::exception_ptr failure;
-  };
+namespace {
+
+struct Outcome {
+  std::optional<RemoteValue> value;
+  std::exception_ptr failure;
+};
+
+QCoro::Task<RemoteValue> readInBackground(std::function<RemoteValue(const std::stop_token&)> read,
+                                          std::stop_token stop) {
   const auto outcome = std::make_shared<Outcome>();
   const OneShotEvent over;
   throwIfStopped(stop);
@@ -36,6 +40,12 @@ QCoro::Task<RemoteValue> readElsewhere(std::function<RemoteValue(const std::stop
   throwIfStopped(stop);
   if (outcome->failure) std::rethrow_exception(outcome->failure);
   co_return *std::move(outcome->value);
+}
+
+}  // namespace
+
+QCoro::Task<RemoteValue> readElsewhere(std::function<RemoteValue(const std::stop_token&)> read, std::stop_token stop) {
+  return readInBackground(std::move(read), std::move(stop));
 }
 
 }  // namespace tarnwick

@@ -81,6 +81,9 @@ inline constexpr QLatin1StringView claudeHookExecutable{"claudeHookExecutable"};
 inline constexpr QLatin1StringView historyDirectory{"historyDirectory"};
 inline constexpr QLatin1StringView control{"control"};  ///< Whether its panel may switch what it shows.
 
+// What programs leave on this machine.
+inline constexpr QLatin1StringView historySource{"historySource"};
+
 // What of a service a widget shows.
 inline constexpr QLatin1StringView site{"site"};
 inline constexpr QLatin1StringView currency{"currency"};
@@ -133,6 +136,9 @@ inline constexpr QLatin1StringView native{"native"};
 inline constexpr QLatin1StringView codexLocal{"codexLocal"};
 inline constexpr QLatin1StringView geminiHistory{"geminiHistory"};
 inline constexpr QLatin1StringView claudeActivity{"claudeActivity"};
+inline constexpr QLatin1StringView geminiCLI{"geminiCLI"};
+inline constexpr QLatin1StringView openCode{"openCode"};
+inline constexpr QLatin1StringView hermes{"hermes"};
 inline constexpr QLatin1StringView perplexitySession{"perplexitySession"};
 
 // Of `weatherLocation`. Without it the option `city` says where.

@@ -1,0 +1,204 @@
+// The hook as a process, and what a reader makes of what it leaves.
+
+#include <gtest/gtest.h>
+
+#include <QCryptographicHash>
+#include <QProcess>
+#include <QTimeZone>
+#include <memory>
+#include <vector>
+
+#include "base/ModuleLoader.h"
+#include "claudehook/ActivityRecord.h"
+#include "support/FileTest.h"
+#include "usage/ClaudeActivity.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QString digestOf(const QByteArray& text) {
+  return QString::fromLatin1(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex());
+}
+
+/// A hook that was started and gets its event at once.
+std::unique_ptr<QProcess> startHook(const QStringList& arguments, const QByteArray& event) {
+  auto hook = std::make_unique<QProcess>();
+  hook->start(ModuleLoader::find(u"tarnwick-claude-hook"_s), arguments);
+  EXPECT_TRUE(hook->waitForStarted());
+  hook->write(event);
+  hook->closeWriteChannel();
+  return hook;
+}
+
+void runHook(const QStringList& arguments, const QByteArray& event) {
+  const auto hook = startHook(arguments, event);
+  ASSERT_TRUE(hook->waitForFinished());
+  EXPECT_EQ(hook->exitCode(), 0);
+  EXPECT_EQ(hook->readAllStandardOutput() + hook->readAllStandardError(), QByteArray());
+}
+
+class ClaudeHookProcess : public FolderTest {
+ protected:
+  void run(const QByteArray& event) { runHook({u"--claude-hook"_s, at(u"Claude/Activity"_s)}, event); }
+  QStringList left() const { return QDir(at(u"Claude/Activity"_s)).entryList(QDir::Files | QDir::Hidden); }
+};
+
+TEST_F(ClaudeHookProcess, LeavesOneSmallRecordForEachSession) {
+  const QString name = digestOf("s/../1") + u".json"_s;
+  run(R"({"hook_event_name":"PreToolUse","session_id":"s/../1","tool_name":")" + QByteArray("\xC3\xA4").repeated(300) +
+      R"(","tool_input":{"command":["rm",{"deep":[1,2.5e3,null,true]}]}})");
+  EXPECT_EQ(left(), QStringList{name});
+  EXPECT_EQ(mode(u"Claude/Activity"_s), 0700U);
+  EXPECT_EQ(mode(u"Claude/Activity/"_s + name), 0600U);
+  const auto first = ClaudeActivityRecord::decoded(content(u"Claude/Activity/"_s + name));
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->state, "tool");
+  EXPECT_EQ(QString::fromStdString(first->tool), QString(100, u'ä'));
+  const double now = static_cast<double>(QDateTime::currentSecsSinceEpoch()) - 978307200;
+  EXPECT_LT(std::abs(first->time - now), 60);
+  run(R"({"hook_event_name":"Stop","session_id":"s/../1","tool_name":7})");
+  const auto second = ClaudeActivityRecord::decoded(content(u"Claude/Activity/"_s + name));
+  ASSERT_TRUE(second);
+  EXPECT_EQ(second->state, "idle");
+  EXPECT_EQ(second->tool, "");
+  EXPECT_EQ(left(), QStringList{name});
+}
+
+TEST_F(ClaudeHookProcess, LeavesNothingForWhatIsNoEvent) {
+  const QByteArray large = R"({"hook_event_name":"Stop","session_id":"a","x":")";
+  const QByteArray events[] = {
+      R"({"hook_event_name":"Notification","session_id":"a"})",
+      R"({"hook_event_name":"Stop","session_id":""})",
+      R"({"hook_event_name":"Stop","session_id":5})",
+      R"({"session_id":"a"})",
+      R"([{"hook_event_name":"Stop","session_id":"a"}])",
+      R"({"hook_event_name":"Stop","session_id":"a"} x)",
+      "{\"hook_event_name\":\"Stop\",\"session_id\":\"\xC0\x80\"}",
+      "{\"hook_event_name\":\"Stop\",\"session_id\":\"a\",\"x\":" + QByteArray(600, '[') + QByteArray(600, ']') + "}",
+      "",
+      large + QByteArray(2'000'001 - large.size() - 2, 'x') + "\"}",
+  };
+  for (const QByteArray& event : events) {
+    run(event);
+    EXPECT_EQ(left(), QStringList()) << event.left(80).constData();
+  }
+  // One byte less is an event.
+  run(large + QByteArray(2'000'000 - large.size() - 2, 'x') + "\"}");
+  EXPECT_EQ(left().size(), 1);
+  for (const QStringList& arguments : {QStringList{}, {u"--claude-hook"_s}, {u"--other"_s, at(u"other"_s)}})
+    runHook(arguments, R"({"hook_event_name":"Stop","session_id":"b"})");
+  put(u"file"_s, "");
+  runHook({u"--claude-hook"_s, at(u"file/below"_s)}, R"({"hook_event_name":"Stop","session_id":"b"})");
+  EXPECT_EQ(entries().size(), 2) << "the folder and the file";
+}
+
+TEST_F(ClaudeHookProcess, ManyAtOnceLeaveWholeRecords) {
+  std::vector<std::unique_ptr<QProcess>> hooks;
+  for (int i = 0; i < 60; ++i) {
+    const QByteArray session = i % 2 ? QByteArray("one") : "session " + QByteArray::number(i);
+    hooks.push_back(
+        startHook({u"--claude-hook"_s, at(u"Claude/Activity"_s)},
+                  R"({"hook_event_name":"PreToolUse","tool_name":"Read","session_id":")" + session + "\"}"));
+  }
+  for (const auto& hook : hooks) EXPECT_TRUE(hook->waitForFinished());
+  EXPECT_EQ(left().size(), 31) << "nothing aside is left";
+  for (const QString& name : left()) {
+    EXPECT_TRUE(ClaudeActivityRecord::isFileName(name.toStdString()));
+    EXPECT_TRUE(ClaudeActivityRecord::decoded(content(u"Claude/Activity/"_s + name)));
+  }
+}
+
+const QDateTime kNow(QDate(2026, 11, 28), QTime(12, 0), QTimeZone("Europe/Berlin"));
+
+class ClaudeActivityReading : public FolderTest {
+ protected:
+  void record(const QString& session, const char* state, double age, const char* tool = "") {
+    const double now = static_cast<double>(kNow.toSecsSinceEpoch()) - ClaudeActivityRecord::kReferenceDate;
+    const QString digest = digestOf(session.toUtf8());
+    const ClaudeActivityRecord each{digest.toStdString(), state, tool, now - age};
+    put(digest + u".json"_s, QByteArray::fromStdString(each.encoded()));
+  }
+  RemoteValue read() const { return ClaudeActivity::read(folder_.path(), kNow, QLocale(u"de_DE"_s)); }
+};
+
+TEST_F(ClaudeActivityReading, TellsWhatTheNewestBusySessionDoes) {
+  EXPECT_EQ(ClaudeActivity::read(at(u"none"_s), kNow).value, u"No activity yet"_s);
+  EXPECT_EQ(read().detail, u"Start a new Claude Code session after installing hooks."_s);
+  const struct {
+    const char* state;
+    double age;
+    const char* tool;
+    QString label;
+    QString row;
+  } cases[] = {
+      {"idle", 7200, "", u"No recent activity"_s, u"Session · 10:00"_s},
+      {"permission", 3600, "", u"No recent activity"_s, u"Session · 11:00"_s},
+      {"tool", 600, "Bash", u"Bash"_s, u"Bash · 11:50"_s},
+      {"idle", 30, "", u"Bash"_s, u"Session · 11:59"_s},
+      {"tool", 20, "", u"Using a tool"_s, u"Session · 11:59"_s},
+      {"permission", 10, "", u"Awaiting permission"_s, u"Session · 11:59"_s},
+      {"thinking", 5, "", u"Thinking"_s, u"Session · 11:59"_s},
+      {"ended", 1, "", u"Thinking"_s, u"Session · 11:59"_s},
+  };
+  for (const auto& each : cases) {
+    record(QString::fromLatin1(each.state) + QString::number(each.age), each.state, each.age, each.tool);
+    const RemoteValue value = read();
+    EXPECT_EQ(value.value, each.label) << each.state << ' ' << each.age;
+    EXPECT_EQ(value.rows.first().subtitle, each.row);
+    EXPECT_EQ(value.detail, u"Last event "_s + each.row.last(5));
+  }
+  EXPECT_EQ(read().subtitle, u"Claude Code · local activity"_s);
+  EXPECT_EQ(read().rows.size(), std::size(cases));
+}
+
+TEST_F(ClaudeActivityReading, PassesOverWhatIsNoRecord) {
+  record(u"future"_s, "thinking", -1);
+  record(u"old"_s, "thinking", 86400);
+  const QByteArray whole = QByteArray::fromStdString(
+      ClaudeActivityRecord{digestOf("large").toStdString(), "thinking", "", 817000000}.encoded());
+  put(u"large.json"_s, whole + QByteArray(10000 - whole.size(), ' '));
+  put(u"broken.json"_s, "{");
+  put(u"other.txt"_s, "{}");
+  record(u"linked"_s, "thinking", 1);
+  const QString target = digestOf("linked") + u".json"_s;
+  ASSERT_TRUE(QFile::rename(at(target), at(u"elsewhere"_s)));
+  ASSERT_TRUE(QFile::link(at(u"elsewhere"_s), at(u"link.json"_s)));
+  ASSERT_EQ(::mkfifo(encoded(u"pipe.json"_s).constData(), 0600), 0);
+  EXPECT_EQ(read().value, u"No activity yet"_s);
+  for (int i = 0; i < 1000; ++i) record(QString::number(i), "thinking", 10 + i);
+  EXPECT_EQ(read().rows.size(), 12);
+  record(u"one more"_s, "thinking", 10);
+  EXPECT_EQ(failureOf([this] { read(); }), "More than 1,000 active Claude sessions; activity is unavailable.");
+}
+
+TEST_F(ClaudeActivityReading, KnowsWhenTimeAloneChangesIt) {
+  EXPECT_FALSE(ClaudeActivity::nextChange(ClaudeActivity::records(folder_.path(), kNow), kNow));
+  record(u"a"_s, "thinking", 3000);
+  record(u"b"_s, "idle", 86000);
+  record(u"c"_s, "idle", 7200);
+  const auto next = ClaudeActivity::nextChange(ClaudeActivity::records(folder_.path(), kNow), kNow);
+  ASSERT_TRUE(next);
+  EXPECT_EQ(kNow.secsTo(*next), 400) << "the oldest is forgotten before the newest is no longer recent";
+}
+
+TEST_F(ClaudeActivityReading, RemovesOldRecordsOfItsOwnAlone) {
+  record(u"week"_s, "idle", 7 * 86400 + 1);
+  record(u"newer"_s, "idle", 7 * 86400 - 1);
+  // Under the name of another session, with another name, and what others keep.
+  record(u"moved"_s, "idle", 8 * 86400);
+  ASSERT_TRUE(QFile::rename(at(digestOf("moved") + u".json"_s), at(digestOf("x") + u".json"_s)));
+  record(u"named"_s, "idle", 8 * 86400);
+  ASSERT_TRUE(QFile::rename(at(digestOf("named") + u".json"_s), at(u"settings.json"_s)));
+  put(u"notes.json"_s, "{}");
+  const QStringList before = entries();
+  read();
+  EXPECT_EQ(entries(), before) << "a reader changes nothing";
+  EXPECT_EQ(ClaudeActivity::removeOld(folder_.path(), kNow), 1);
+  EXPECT_FALSE(entries().contains(digestOf("week") + u".json"_s));
+  EXPECT_EQ(entries().size(), before.size() - 1);
+}
+
+}  // namespace
+}  // namespace tarnwick
