@@ -22,6 +22,22 @@ bool isActivity(const DockWidget& widget) {
 
 QString folderOf(const DockWidget& widget) { return widget.options.value(option::historyDirectory); }
 
+/// Reads a folder, and notes when what is shown of it changes by itself.
+QCoro::Task<RemoteValue> readNoting(QString folder, QDateTime now, std::shared_ptr<std::optional<QDateTime>> noted,
+                                    std::stop_token stop) {
+  if (folder.isEmpty())
+    throw DomainError::invalid(UsageReaderWords::tr("Install the activity hooks in this widget’s settings."));
+  const auto earliest = std::make_shared<std::optional<QDateTime>>();
+  std::function<RemoteValue(const std::stop_token&)> read = [folder, now, earliest](const std::stop_token&) {
+    const QList<ClaudeActivityRecord> records = ClaudeActivity::records(folder, now);
+    *earliest = ClaudeActivity::nextChange(records, now);
+    return ClaudeActivity::value(records, now, QLocale());
+  };
+  RemoteValue value = co_await readElsewhere(std::move(read), stop);
+  if (*earliest && (!*noted || **earliest < **noted)) *noted = *earliest;
+  co_return value;
+}
+
 }  // namespace
 
 ClaudeActivityFollower::ClaudeActivityFollower(Scheduler& scheduler, Refresh refresh, QString ownFolder)
@@ -33,23 +49,8 @@ ClaudeActivityFollower::ClaudeActivityFollower(Scheduler& scheduler, Refresh ref
 ClaudeActivityFollower::~ClaudeActivityFollower() = default;
 
 LocalReader ClaudeActivityFollower::reader() {
-  return [next = nextChange_, &scheduler = scheduler_](DockWidget widget,
-                                                       std::stop_token stop) -> QCoro::Task<RemoteValue> {
-    const QString folder = folderOf(widget);
-    if (folder.isEmpty())
-      throw DomainError::invalid(UsageReaderWords::tr("Install the activity hooks in this widget’s settings."));
-    const QDateTime now = scheduler.now();
-    const auto earliest = std::make_shared<std::optional<QDateTime>>();
-    const auto noted = next;
-    RemoteValue value = co_await readElsewhere(
-        [folder, now, earliest](const std::stop_token&) {
-          const QList<ClaudeActivityRecord> records = ClaudeActivity::records(folder, now);
-          *earliest = ClaudeActivity::nextChange(records, now);
-          return ClaudeActivity::value(records, now, QLocale());
-        },
-        stop);
-    if (*earliest && (!*noted || **earliest < **noted)) *noted = *earliest;
-    co_return value;
+  return [next = nextChange_, &scheduler = scheduler_](const DockWidget& widget, std::stop_token stop) {
+    return readNoting(folderOf(widget), scheduler.now(), next, std::move(stop));
   };
 }
 

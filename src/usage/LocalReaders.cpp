@@ -12,8 +12,7 @@
 namespace tarnwick {
 
 LocalReader LocalReaders::geminiHistory() const {
-  return [databases = databases, &scheduler = scheduler](DockWidget widget,
-                                                         std::stop_token stop) -> QCoro::Task<RemoteValue> {
+  return [databases = databases, &scheduler = scheduler](const DockWidget& widget, std::stop_token stop) {
     const QString path = widget.options.value(option::historyDirectory);
     const QString source = widget.options.value(option::historySource);
     if (path.isEmpty()) throw DomainError::invalid(UsageReaderWords::tr("Choose a local Gemini CLI chat directory."));
@@ -29,8 +28,7 @@ LocalReader LocalReaders::geminiHistory() const {
 }
 
 LocalReader LocalReaders::codex() const {
-  return [start = startChild, &scheduler = scheduler](DockWidget widget,
-                                                      std::stop_token stop) -> QCoro::Task<RemoteValue> {
+  return [start = startChild, &scheduler = scheduler](const DockWidget& widget, std::stop_token stop) {
     const QString chosen = widget.options.value(option::codexExecutable);
     const QString executable = chosen.isEmpty() ? CodexRPCRead::defaultExecutable() : chosen;
     return readElsewhere(

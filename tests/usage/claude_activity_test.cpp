@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoroTask>
 #include <QCryptographicHash>
 #include <QProcess>
 #include <QTimeZone>
@@ -10,8 +11,15 @@
 
 #include "base/ModuleLoader.h"
 #include "claudehook/ActivityRecord.h"
+#include "facilities/ActiveSets.h"
+#include "services/RemoteFetch.h"
 #include "support/FileTest.h"
+#include "support/TestScheduler.h"
+#include "support/Wait.h"
 #include "usage/ClaudeActivity.h"
+#include "usage/ClaudeActivityFollower.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -198,6 +206,94 @@ TEST_F(ClaudeActivityReading, RemovesOldRecordsOfItsOwnAlone) {
   EXPECT_EQ(ClaudeActivity::removeOld(folder_.path(), kNow), 1);
   EXPECT_FALSE(entries().contains(digestOf("week") + u".json"_s));
   EXPECT_EQ(entries().size(), before.size() - 1);
+}
+
+/// What follows the folder, over a clock that the test sets.
+class ClaudeActivityFollowing : public FolderTest {
+ protected:
+  void beat(bool isShown = true) {
+    clock.advance(2);
+    if (isShown) follower->beat(ActiveSets::of({widget}));
+  }
+  /// Runs the loop until the folder's change is noticed.
+  bool isReadAgain(int before) {
+    return waitFor(clock, [&] { return reads > before; });
+  }
+  void record(const char* state, const QDateTime& time) {
+    const double seconds = static_cast<double>(time.toSecsSinceEpoch()) - ClaudeActivityRecord::kReferenceDate;
+    const ClaudeActivityRecord each{digestOf("s").toStdString(), state, "", seconds};
+    put(u"activity/"_s + digestOf("s") + u".json"_s, QByteArray::fromStdString(each.encoded()));
+  }
+  /// As the store has it read.
+  QString read() {
+    QString shown;
+    RemoteFetch fetch(
+        clock, [this](std::stop_token stop) { return reader(widget, stop); },
+        [&](const RemoteValue& value) { shown = value.value.value_or(QString()); },
+        [&](const FetchFailure& failure) { shown = failure.sentence; });
+    clock.advance(0);
+    EXPECT_TRUE(waitFor([&] { return !shown.isEmpty(); }));
+    return shown;
+  }
+
+  test::TestScheduler clock;
+  int reads = 0;
+  DockWidget widget{QUuid::createUuid(),
+                    kind::analyticsClaudeCodeStatus,
+                    {},
+                    {{option::connectionMode, value::claudeActivity}, {option::historyDirectory, at(u"activity"_s)}}};
+  std::unique_ptr<ClaudeActivityFollower> follower = std::make_unique<ClaudeActivityFollower>(
+      clock, [this](const DockWidget&) { ++reads; }, at(u"own"_s));
+  LocalReader reader = follower->reader();
+};
+
+TEST_F(ClaudeActivityFollowing, ReadsWhenSomethingHappensAndNotOtherwise) {
+  EXPECT_TRUE(follower->isNeededBy(ActiveSets::of({widget})));
+  EXPECT_FALSE(follower->isNeededBy(ActiveSets::of({})));
+  beat();
+  EXPECT_EQ(reads, 1) << "nobody looked yet";
+  EXPECT_EQ(read(), u"No activity yet"_s);
+  for (int i = 0; i < 100; ++i) beat();
+  EXPECT_EQ(reads, 1);
+  record("thinking", clock.now());  // With its folder, which was not there.
+  EXPECT_TRUE(isReadAgain(1));
+  EXPECT_EQ(read(), u"Thinking"_s);
+  // What the time alone changes: an hour after the event.
+  const int before = reads;
+  while (reads == before) beat();
+  EXPECT_EQ(read(), u"No recent activity"_s);
+  // After a time in which no tile was shown.
+  clock.advance(10);
+  record("idle", clock.now());
+  const int unseen = reads;
+  EXPECT_TRUE(waitFor([&] {
+    beat();
+    return reads > unseen;
+  }));
+  EXPECT_EQ(read(), u"Idle"_s);
+}
+
+TEST_F(ClaudeActivityFollowing, RemovesOldRecordsOfItsOwnFolderOnceADay) {
+  const auto putOld = [this] {
+    const double old = static_cast<double>(clock.now().toSecsSinceEpoch()) - ClaudeActivityRecord::kReferenceDate;
+    const ClaudeActivityRecord each{digestOf("s").toStdString(), "idle", "", old - 8 * 86400};
+    for (const QString& folder : {u"own/"_s, u"activity/"_s})
+      put(folder + digestOf("s") + u".json"_s, QByteArray::fromStdString(each.encoded()));
+  };
+  const auto isThere = [this](const QString& folder) { return QFile::exists(at(folder + digestOf("s") + u".json"_s)); };
+  putOld();
+  beat();
+  EXPECT_TRUE(waitFor([&] { return !isThere(u"own/"_s); }));
+  EXPECT_TRUE(isThere(u"activity/"_s)) << "another folder's records are not ours";
+  putOld();
+  clock.advance(86400);
+  beat();
+  EXPECT_TRUE(waitFor([&] { return !isThere(u"own/"_s); }));
+}
+
+TEST_F(ClaudeActivityFollowing, SaysWhatIsMissing) {
+  widget.options.remove(option::historyDirectory);
+  EXPECT_EQ(read(), u"Install the activity hooks in this widget’s settings."_s);
 }
 
 }  // namespace
