@@ -222,7 +222,10 @@ class ClaudeActivityFollowing : public FolderTest {
   void record(const char* state, const QDateTime& time) {
     const double seconds = static_cast<double>(time.toSecsSinceEpoch()) - ClaudeActivityRecord::kReferenceDate;
     const ClaudeActivityRecord each{digestOf("s").toStdString(), state, "", seconds};
-    put(u"activity/"_s + digestOf("s") + u".json"_s, QByteArray::fromStdString(each.encoded()));
+    // As the hook does: beside its place first.
+    const QString place = u"activity/"_s + digestOf("s") + u".json"_s;
+    put(place + u".1"_s, QByteArray::fromStdString(each.encoded()));
+    ASSERT_EQ(::rename(encoded(place + u".1"_s).constData(), encoded(place).constData()), 0);
   }
   /// As the store has it read.
   QString read() {
