@@ -39,15 +39,21 @@
 #include "platform/linux/LinuxSystemCounters.h"
 #include "platform/linux/PowerSupplies.h"
 #include "platform/linux/ProcessCommandLine.h"
+#include "platform/linux/ReapedChild.h"
 #include "platform/linux/SensorTemperatures.h"
 #include "platform/net/LoadedTransport.h"
 #include "platform/secret/SecretServiceStore.h"
+#include "platform/sqlite/SqliteDatabases.h"
 #include "platform/x11/X11Tray.h"
 #include "services/CurrencyRates.h"
 #include "services/ProviderTable.h"
 #include "services/WeatherLocation.h"
 #include "services/WebSession.h"
 #include "services/WidgetCredentials.h"
+#include "usage/ClaudeActivityConnect.h"
+#include "usage/ClaudeActivityFollower.h"
+#include "usage/LocalReaders.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -82,6 +88,9 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       network_{.scheduler = &scheduler_, .certificates = certificates},
       addresses_(addresses),
       web_(std::make_shared<WebSession>(std::make_shared<LoadedTransport>(network_), keychain_, tokens_, scheduler_)),
+      claudeActivity_(keep(std::make_unique<ClaudeActivityFollower>(
+          scheduler, [this](const DockWidget& widget) { connections_.values().refresh(widget); },
+          ClaudeActivityConnect::folderIn(dataDirectory)))),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {
@@ -151,8 +160,16 @@ LiveConnections::Setup Adapters::connectionsSetup() {
           .keychain = keychain_,
           .tokens = tokens_,
           .loopback = [network = network_] { return loadedLoopbackServer(network); },
-          .loader = WidgetLoader(weather, locate, allProviders()),
+          .loader = WidgetLoader(weather, locate, allProviders(), localReaders()),
           .cacheFile = cacheFolder() + QStringLiteral("/remote-cache.json")};
+}
+
+WidgetLoader::Readers Adapters::localReaders() {
+  const LocalReaders readers{
+      .scheduler = scheduler_, .databases = std::make_shared<SqliteDatabases>(), .startChild = &startReapedChild};
+  return {{value::claudeActivity, claudeActivity_.reader()},
+          {value::geminiHistory, readers.geminiHistory()},
+          {value::codexLocal, readers.codex()}};
 }
 
 ReadingPorts Adapters::readingPorts() {
@@ -175,7 +192,7 @@ StoreSetup Adapters::storeSetup() {
           .credentials = keep(std::make_unique<WidgetCredentials>(keychain_)),
           .clipboard = clipboard_.history(),
           .reservations = facilities_.reservations,
-          .clients = readings_.beatClients() << &clipboard_.beatClient()};
+          .clients = readings_.beatClients() << &clipboard_.beatClient() << &claudeActivity_};
 }
 
 DelegateSetup Adapters::delegateSetup() {

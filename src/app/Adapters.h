@@ -17,6 +17,8 @@
 
 namespace tarnwick {
 
+class ClaudeActivityFollower;
+
 /// One adapter for each port of this desktop, made once after the application object and before the delegate, which
 /// they outlive. Making them is cheap: what is costly begins when it is first used.
 class Adapters {
@@ -43,6 +45,7 @@ class Adapters {
 
   Services makeServices();
   LiveConnections::Setup connectionsSetup();
+  WidgetLoader::Readers localReaders();
   ReadingPorts readingPorts();
 
   Scheduler& scheduler_;
@@ -57,6 +60,7 @@ class Adapters {
   const NetworkSetup network_;
   const BaseAddresses addresses_;
   const std::shared_ptr<ServiceSession> web_;  ///< By which services on the net are asked.
+  ClaudeActivityFollower& claudeActivity_;
   LiveConnections& connections_;
   Readings& readings_;
   SessionApplication& session_;

@@ -22,6 +22,7 @@
 #include "apps/InstalledApps.h"
 #include "base/DesktopId.h"
 #include "base/DomainError.h"
+#include "claudehook/Hook.h"
 #include "commandbar/CommandBarLatency.h"
 #include "config/DataDirectory.h"
 #include "config/Persistence.h"
@@ -202,6 +203,9 @@ int runProgram(int argc, char** argv) {
         return restoreDockAndExit(argc, argv, line.directory);
       case Mode::Snapshot:
         return runSnapshot(argumentsOf(argc, argv));
+      case Mode::ClaudeHook:
+        runClaudeHook(argc, argv);
+        return 0;
       case Mode::NetworkDiagnose:
         return diagnoseNetwork(argc, argv);
       case Mode::CommandBarLatency:

@@ -26,7 +26,7 @@ struct OwnReader {
   QLatin1StringView mode;
   QLatin1StringView kind;
 };
-/// What a later version reads: a program's own records on this machine.
+/// What is read from a program's own records on this machine.
 constexpr OwnReader kOwnReaders[] = {{value::claudeActivity, kind::analyticsClaudeCodeStatus},
                                      {value::geminiHistory, kind::geminiAPIUsage},
                                      {value::codexLocal, kind::codexUsage},
@@ -55,8 +55,8 @@ QCoro::Task<RemoteValue> weatherHere(Weather weather, WidgetLoader::Locate locat
 
 }  // namespace
 
-WidgetLoader::WidgetLoader(Weather weather, Locate locate, const QList<Provider>& providers)
-    : weather_(std::move(weather)), locate_(std::move(locate)), providers_(&providers) {}
+WidgetLoader::WidgetLoader(Weather weather, Locate locate, const QList<Provider>& providers, Readers readers)
+    : weather_(std::move(weather)), locate_(std::move(locate)), providers_(&providers), readers_(std::move(readers)) {}
 
 bool WidgetLoader::readsAddress(const DockWidget& widget) {
   return !showsWeather(widget.kind) && !hasOwnReader(widget) && !providerOf(widget, allProviders());
@@ -76,8 +76,11 @@ QCoro::Task<RemoteValue> WidgetLoader::load(DockWidget widget, std::shared_ptr<S
   }
   if (const Provider* provider = providerOf(widget, *providers_))
     return fetchFrom(*provider, std::move(widget), std::move(session), stop);
-  if (hasOwnReader(widget))
+  if (hasOwnReader(widget)) {
+    const auto reader = readers_.constFind(widget.options.value(option::connectionMode));
+    if (reader != readers_.constEnd()) return (*reader)(std::move(widget), stop);
     throw DomainError::invalid(ServiceWords::tr("This connection is not part of this version yet."));
+  }
   return CustomEndpoint::fetch(std::move(widget), std::move(session), stop);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoroFwd>
+#include <QHash>
 #include <functional>
 #include <memory>
 #include <stop_token>
@@ -16,8 +17,13 @@ class WidgetLoader {
   /// Where the machine is. Throws DomainError and Cancelled.
   using Locate = std::function<QCoro::Task<GeocodeCache::Place>(std::stop_token stop)>;
 
+  /// Reads what a widget shows from this machine. Throws DomainError and Cancelled.
+  using Reader = std::function<QCoro::Task<RemoteValue>(DockWidget widget, std::stop_token stop)>;
+  /// By the connection mode.
+  using Readers = QHash<QString, Reader>;
+
   /// `locate` may be empty where nobody can tell. The table outlives it.
-  WidgetLoader(Weather weather, Locate locate, const QList<Provider>& providers);
+  WidgetLoader(Weather weather, Locate locate, const QList<Provider>& providers, Readers readers = {});
 
   /// Throws DomainError, ServiceHTTPError and Cancelled.
   QCoro::Task<RemoteValue> load(DockWidget widget, std::shared_ptr<ServiceSession> session, bool fahrenheit,
@@ -32,6 +38,7 @@ class WidgetLoader {
   Weather weather_;
   Locate locate_;
   const QList<Provider>* providers_;
+  Readers readers_;
 };
 
 }  // namespace tarnwick

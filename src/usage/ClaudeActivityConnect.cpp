@@ -31,8 +31,10 @@ ClaudeActivityConnect::ClaudeActivityConnect(QStringList executables, QString di
 
 ClaudeActivityConnect ClaudeActivityConnect::ofProgram(const QString& dataDirectory) {
   return {{ModuleLoader::find(u"tarnwick-claude-hook"_s), QCoreApplication::applicationFilePath()},
-          dataDirectory + u"/ClaudeActivity"_s};
+          folderIn(dataDirectory)};
 }
+
+QString ClaudeActivityConnect::folderIn(const QString& dataDirectory) { return dataDirectory + u"/ClaudeActivity"_s; }
 
 QString ClaudeActivityConnect::usualConfiguration() { return QDir::homePath() + u"/.claude"_s; }
 

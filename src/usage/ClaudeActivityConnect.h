@@ -17,6 +17,9 @@ class ClaudeActivityConnect {
   /// Of this program: the small hook program where there is one, and the program itself.
   static ClaudeActivityConnect ofProgram(const QString& dataDirectory);
 
+  /// Where the records of this program's hooks are.
+  static QString folderIn(const QString& dataDirectory);
+
   /// Installs the hooks in the settings of a configuration folder; gives the widget as it is to be stored.
   DockWidget installed(DockWidget widget, const QString& configuration) const;
   /// Takes them out of where they were installed by this widget.

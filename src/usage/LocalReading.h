@@ -4,13 +4,12 @@
 #include <functional>
 #include <stop_token>
 
-#include "config/DockWidget.h"
-#include "services/RemoteValue.h"
+#include "services/WidgetLoader.h"
 
 namespace tarnwick {
 
 /// Reads what a widget shows from this machine: a coroutine that throws DomainError and Cancelled. It passes `stop` on.
-using LocalReader = std::function<QCoro::Task<RemoteValue>(DockWidget widget, std::stop_token stop)>;
+using LocalReader = WidgetLoader::Reader;
 
 /// Runs `read` on another thread and gives what it gave, or throws the DomainError that it threw. `read` holds all that
 /// it needs and looks at its token where it can take long; when `stop` is asked for, this ends with Cancelled at once,

@@ -30,6 +30,7 @@ EditorField fieldOf(const WidgetOption& option) {
   field.least = option.least;
   field.most = option.most;
   field.isLater = option.isLater;
+  if (option.onlyIn) field.onlyIn = QString::fromLatin1(option.onlyIn);
   if (*option.fault) field.fault = EditorFieldsWords::tr(option.fault);
   return field;
 }

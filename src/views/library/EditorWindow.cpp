@@ -17,6 +17,7 @@
 #include "views/library/CredentialField.h"
 #include "views/library/CredentialPart.h"
 #include "views/library/FieldControl.h"
+#include "views/library/HooksPart.h"
 #include "views/library/SignInPart.h"
 #include "views/library/TilePreview.h"
 #include "views/library/TryPart.h"
@@ -121,6 +122,7 @@ void EditorWindow::addLine(const EditorField& field) {
                                    : new FormRow(field.label, control, field.help);
   page_->cards().constFirst()->add(row);
   if (field.isLater) row->setUnavailable(field.help);
+  if (field.value.split(u',').contains(value::claudeActivity)) addHooks(*page_->cards().constFirst());
   if (field.shape == FieldShape::Page) addSignIn(*page_->cards().constFirst());
   lines_.push_back(std::make_unique<Line>(Line{.field = field, .control = control, .row = row}));
   if (field.shape == FieldShape::Credential) {
@@ -160,6 +162,22 @@ void EditorWindow::addSignIn(Card& card) {
       card);
 }
 
+/// Where the kind is read from what Claude Code's hooks leave.
+void EditorWindow::addHooks(Card& card) {
+  const HooksPart::Form form{
+      .stored = [this] { return stored(store_, widget_) ? *stored(store_, widget_) : DockWidget{}; },
+      .store = [this](const DockWidget& widget) { storeHooks(widget); }};
+  hooks_ = std::make_unique<HooksPart>(ClaudeActivityConnect::ofProgram(store_.dataDirectory()), form, card);
+}
+
+/// They are there or gone already, and the widget with them; what else stands in the form goes on to wait.
+void EditorWindow::storeHooks(const DockWidget& widget) {
+  for (const auto& line : lines_)
+    if (line->field.key == option::connectionMode) line->touched = false;
+  services_.edits.update(widget);
+  store_.refresh(widget);
+}
+
 /// A field was chosen from an answer.
 void EditorWindow::takeField(const QString& path) {
   for (const auto& line : lines_) {
@@ -185,7 +203,7 @@ void EditorWindow::take() {
   }
   for (const auto& line : lines_) {
     if (line->touched) continue;
-    line->control->setValue(widget->options.value(line->field.key));
+    line->control->read(*widget, line->field.key);
     if (line->field.key == option::connectionMode && prefersService(*widget)) {
       line->control->setValue(value::native);
       line->isSuggested = true;
@@ -249,6 +267,10 @@ void EditorWindow::showEdited() {
   preview_->show(now);
   if (credential_) credential_->follow(asked(*widget, services_.forms), asked(now, services_.forms));
   if (try_) try_->follow(now);
+  if (hooks_) {
+    hooks_->setThere(connection() == value::claudeActivity);
+    hooks_->follow(*widget);
+  }
   if (!signIn_) return;
   const bool isService = connection() == value::native;
   signIn_->setThere(isService);

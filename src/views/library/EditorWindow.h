@@ -17,6 +17,7 @@ class CardPage;
 class CredentialPart;
 class FieldControl;
 class FormRow;
+class HooksPart;
 class SignInPart;
 class TextField;
 class TextLabel;
@@ -72,6 +73,8 @@ class EditorWindow final : public AppWindow {
   Line* credentialLine();
   void addTry(Card& card);
   void addSignIn(Card& card);
+  void addHooks(Card& card);
+  void storeHooks(const DockWidget& widget);
   void storeSignIn();
   void takeField(const QString& path);
   void showFault(Line* line, const QString& sentence);
@@ -86,6 +89,7 @@ class EditorWindow final : public AppWindow {
   std::vector<std::unique_ptr<Line>> lines_;
   std::unique_ptr<CredentialPart> credential_;  ///< Null where the kind has none.
   std::unique_ptr<SignInPart> signIn_;          ///< As well.
+  std::unique_ptr<HooksPart> hooks_;            ///< As well.
   TryPart* try_ = nullptr;                      ///< As well.
   bool titleTouched_ = false;
   bool isSaving_ = false;  ///< A credential is on its way.

@@ -14,6 +14,7 @@
 #include "views/controls/Stepper.h"
 #include "views/controls/Switch.h"
 #include "views/library/CredentialField.h"
+#include "views/library/HistoryField.h"
 #include "views/library/PathFields.h"
 #include "views/library/ZoneFields.h"
 #include "views/panels/PlaceField.h"
@@ -269,6 +270,8 @@ FieldControl* FieldControl::make(const EditorField& field, const FieldServices& 
       return new FolderField(field.placeholder);
     case FieldShape::Toggles:
       return new TogglesControl;
+    case FieldShape::History:
+      return new HistoryField;
   }
   return new LineControl(field);
 }

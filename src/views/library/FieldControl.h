@@ -32,6 +32,8 @@ class FieldControl : public QWidget {
   virtual QString value() const = 0;
   /// Without a signal.
   virtual void setValue(const QString& value) = 0;
+  /// Takes what a widget has of it, for one that holds more than one option. Without a signal.
+  virtual void read(const DockWidget& widget, const QString& key) { setValue(widget.options.value(key)); }
   /// Writes it into a widget that it was changed for.
   virtual void write(DockWidget& widget, const QString& key) const;
   /// What is wrong with it by itself, as a finished sentence; empty for nothing.

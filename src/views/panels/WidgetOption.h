@@ -21,7 +21,8 @@ enum class FieldShape {
   Toggles,       ///< The switches of a tile of quick toggles.
   Credential,    ///< Kept elsewhere than the option.
   Word,          ///< A short line, beside its label.
-  Page           ///< No option: a page of the web to be opened.
+  Page,          ///< No option: a page of the web to be opened.
+  History        ///< Which history on this computer is read, with the option `historySource`.
 };
 
 /// An option of a kind, as its room declares it; the form of a widget follows from that. Texts are marked for
@@ -37,8 +38,10 @@ struct WidgetOption {
   int usual = 0;           ///< What an absent option means, of steps.
   int least = 0;
   int most = 0;
-  const char* fault = "";            ///< The sentence of a failed save that belongs to this line.
-  bool isLater = false;              ///< Nothing reads it yet, as `help` says: it is shown out of use.
+  const char* fault = "";  ///< The sentence of a failed save that belongs to this line.
+  bool isLater = false;    ///< Nothing reads it yet, as `help` says: it is shown out of use.
+  /// The `connectionMode` in which it is there; null for all.
+  const char* onlyIn = nullptr;
   QString (*usualPath)() = nullptr;  ///< Of a folder: the one that an absent option means, in place of a placeholder.
 };
 

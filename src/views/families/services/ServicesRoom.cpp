@@ -19,9 +19,6 @@ using enum FieldShape;
 
 constexpr const char* kServiceLater = QT_TRANSLATE_NOOP(
     "Library", "An address of your own works now; signing in to the service comes with a later version.");
-constexpr const char* kCodexLater = QT_TRANSLATE_NOOP(
-    "Library", "An address of your own works now; reading Codex on this computer comes with a later version.");
-
 constexpr WidgetOption kEndpoint{
     .key = option::endpoint,
     .shape = Line,
@@ -61,25 +58,60 @@ constexpr std::array kOptions = {
 };
 /// Of a service that nothing else is known of.
 constexpr std::array kAddressOptions = {kEndpoint, kCredential, kField, kLabel, kPrefix, kSuffix};
+/// The same of a kind that can be read from this computer too.
+constexpr WidgetOption inAddress(WidgetOption option) {
+  option.onlyIn = "";
+  return option;
+}
+constexpr WidgetOption connectionTo(const char* values, const char* help) {
+  return {.key = option::connectionMode,
+          .shape = Choice,
+          .label = QT_TRANSLATE_NOOP("Library", "Connection"),
+          .help = help,
+          .value = values,
+          .words = QT_TRANSLATE_NOOP("Library", "Address,This Computer")};
+}
 constexpr std::array kCodexOptions = {
-    WidgetOption{.key = option::connectionMode,
-                 .shape = Choice,
-                 .label = QT_TRANSLATE_NOOP("Library", "Connection"),
-                 .help = kCodexLater,
-                 .value = ",codexLocal",
-                 .words = QT_TRANSLATE_NOOP("Library", "Address,This Computer")},
+    connectionTo(",codexLocal", QT_TRANSLATE_NOOP("Library",
+                                                  "What is left of your Codex plan, as the Codex program on "
+                                                  "this computer tells it.")),
     WidgetOption{.key = option::codexExecutable,
                  .shape = Line,
                  .label = QT_TRANSLATE_NOOP("Library", "Codex executable"),
                  .placeholder = WidgetEditor::kCodexExecutable,
-                 .help = QT_TRANSLATE_NOOP("Library", "Only for a connection to this computer."),
-                 .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Choose your installed Codex executable.")},
-    kEndpoint,
-    kCredential,
-    kField,
-    kLabel,
-    kPrefix,
-    kSuffix,
+                 .help = QT_TRANSLATE_NOOP("Library", "Left empty, it is looked for where it usually is."),
+                 .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Choose your installed Codex executable."),
+                 .onlyIn = "codexLocal"},
+    inAddress(kEndpoint),
+    inAddress(kCredential),
+    inAddress(kField),
+    inAddress(kLabel),
+    inAddress(kPrefix),
+    inAddress(kSuffix),
+};
+constexpr std::array kClaudeCodeOptions = {
+    connectionTo(",claudeActivity",
+                 QT_TRANSLATE_NOOP("Library", "What the sessions of Claude Code on this computer are doing.")),
+    inAddress(kEndpoint),
+    inAddress(kCredential),
+    inAddress(kField),
+    inAddress(kLabel),
+    inAddress(kPrefix),
+    inAddress(kSuffix),
+};
+constexpr std::array kGeminiOptions = {
+    connectionTo(",geminiHistory",
+                 QT_TRANSLATE_NOOP("Library", "How many tokens programs on this computer noted for Gemini models.")),
+    WidgetOption{.key = option::historyDirectory,
+                 .shape = History,
+                 .label = QT_TRANSLATE_NOOP("Library", "Local Gemini usage"),
+                 .onlyIn = "geminiHistory"},
+    inAddress(kEndpoint),
+    inAddress(kCredential),
+    inAddress(kField),
+    inAddress(kLabel),
+    inAddress(kPrefix),
+    inAddress(kSuffix),
 };
 
 /// The same accent for every tile of one service.
@@ -147,13 +179,33 @@ constexpr RoomRow addressed() {
   return {.of = Kind, .options = kAddressOptions, .comesLater = false, .sample = sample<Kind>};
 }
 
+template <const QLatin1StringView& Mode>
+QMap<QString, QString> picturedHere(const QDateTime&) {
+  return {{option::connectionMode, Mode}};
+}
+
+/// A kind that is read from this computer, or from an address of the user's own.
+template <const QLatin1StringView& Kind, const QLatin1StringView& Mode>
+constexpr RoomRow readHere(std::span<const WidgetOption> options, decltype(RoomRow::content) content) {
+  return {.of = Kind,
+          .content = content,
+          .options = options,
+          .pictured = picturedHere<Mode>,
+          .states = serviceStates,
+          .comesLater = false,
+          .sample = sample<Kind>};
+}
+
 constexpr std::array kKinds = {
     addressed<kind::revenueLemonSqueezy>(),
     addressed<kind::socialInstagram>(),
     addressed<kind::appleHome>(),
     addressed<kind::antigravityUsage>(),
-    RoomRow{.of = kind::codexUsage, .options = kCodexOptions, .states = serviceStates},
-    RoomRow{.of = kind::codexUsageGauge, .content = serviceTile<ServiceShape::Gauge>, .options = kCodexOptions},
+    readHere<kind::codexUsage, value::codexLocal>(kCodexOptions, serviceTile<ServiceShape::Value>),
+    readHere<kind::codexUsageGauge, value::codexLocal>(kCodexOptions, serviceTile<ServiceShape::Gauge>),
+    readHere<kind::analyticsClaudeCodeStatus, value::claudeActivity>(kClaudeCodeOptions,
+                                                                     serviceTile<ServiceShape::Value>),
+    readHere<kind::geminiAPIUsage, value::geminiHistory>(kGeminiOptions, serviceTile<ServiceShape::Value>),
     RoomRow{.of = kind::claudePlanUsageGauge,
             .content = serviceTile<ServiceShape::Gauge>,
             .pictured = picturedGauge,
