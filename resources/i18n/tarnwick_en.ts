@@ -174,5 +174,9 @@
         <source>Connected. Offline access is saved in Keychain.</source>
         <translation>Connected. Offline access is saved in the keyring.</translation>
     </message>
+    <message>
+        <source>Choose a Gemini CLI chats folder, or its parent temporary-data folder. Only token counts and dates are shown; recordings stay on your Mac.</source>
+        <translation>Choose a Gemini CLI chats folder, or its parent temporary-data folder. Only token counts and dates are shown; recordings stay on this computer.</translation>
+    </message>
 </context>
 </TS>

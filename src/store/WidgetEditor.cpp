@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "config/DockConfiguration.h"
 #include "services/ProviderTable.h"
+#include "usage/CodexUsage.h"
 #include "widgets/HabitMath.h"
 #include "widgets/TimeMath.h"
 #include "widgets/catalog/Catalog.h"
@@ -94,7 +95,7 @@ bool WidgetEditor::Hooks::isExecutable(const QString& path) const {
   return file.isFile() && file.isExecutable();
 }
 
-QString WidgetEditor::Hooks::defaultCodexExecutable() const { return QString::fromLatin1(kCodexExecutable); }
+QString WidgetEditor::Hooks::defaultCodexExecutable() const { return CodexRPCRead::defaultExecutable(); }
 
 DockWidget WidgetEditor::Hooks::configured(const DockWidget& widget) const { return tarnwick::configured(widget); }
 
