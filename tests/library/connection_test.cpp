@@ -1,3 +1,4 @@
+#include <QFileDialog>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QPointer>
@@ -6,7 +7,9 @@
 #include "base/DomainError.h"
 #include "library/EditorTest.h"
 #include "services/Keychain.h"
+#include "support/FileTest.h"
 #include "support/Wait.h"
+#include "views/controls/Segments.h"
 #include "views/library/AnswerModel.h"
 #include "views/library/AnswerTree.h"
 #include "views/window/Cards.h"
@@ -391,6 +394,77 @@ TEST(AnswerModelTest, RowsAreMadeAsTheyAreOpenedAndFewOfMany) {
   model.setAnswer(QJsonObject{{u"list"_s, many}});
   EXPECT_EQ(model.rowCount(model.index(0, 0)), 0);
   EXPECT_TRUE(model.canFetchMore(model.index(0, 0)));
+}
+
+/// A file or a folder was chosen in the window that the form opened for that.
+void chooseIn(QWidget& window, const QString& path) {
+  auto* dialog = window.findChild<QFileDialog*>();
+  ASSERT_TRUE(dialog);
+  Q_EMIT dialog->fileSelected(path);
+  delete dialog;
+}
+
+TEST_F(ConnectionFormTest, TheHooksOfClaudeCodeComeAndGoWithTheirWidget) {
+  const QTemporaryDir folder;
+  const DockWidget widget = fixture_.add(u"analyticsClaudeCodeStatus"_s, {{option::city, u"kept"_s}});
+  const auto window = fixture_.editor(widget.id);
+  EXPECT_TRUE(says(*window,
+                   u"Install local hooks to show thinking, tool use and permission requests. Tarnwick records "
+                   "only a session identifier, state, tool name and time."_s));
+  EXPECT_FALSE(button(*window, u"Remove Tarnwick Hooks"_s));
+  EXPECT_FALSE(named<QLineEdit>(*window, u"Address"_s)->isVisible());
+  writeFile(folder.filePath(u"settings.json"_s), "{\"hooks\": []}");
+  press(*window, u"Install Activity Hooks…"_s);
+  chooseIn(*window, folder.path());
+  EXPECT_TRUE(says(*window, u"Claude settings has an unsupported hooks value; no settings were changed."_s));
+  EXPECT_EQ(fixture_.find(widget.id)->options, widget.options);
+
+  writeFile(folder.filePath(u"settings.json"_s), "{\"model\": \"x\"}");
+  press(*window, u"Install Activity Hooks…"_s);
+  chooseIn(*window, folder.path());
+  EXPECT_TRUE(says(*window, u"Hooks installed. Start a new Claude Code session."_s));
+  const QMap<QString, QString> stored = fixture_.find(widget.id)->options;
+  EXPECT_EQ(stored.value(option::connectionMode), value::claudeActivity);
+  EXPECT_EQ(stored.value(option::claudeSettings), folder.filePath(u"settings.json"_s));
+  EXPECT_TRUE(stored.value(option::claudeHookExecutable).endsWith(u"/tarnwick-claude-hook"_s));
+  EXPECT_TRUE(stored.value(option::historyDirectory).endsWith(u"/ClaudeActivity"_s));
+  QFile settings(folder.filePath(u"settings.json"_s));
+  ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(settings.readAll().contains("--claude-hook"));
+  settings.close();
+
+  const auto again = fixture_.editor(widget.id);
+  press(*again, u"Remove Tarnwick Hooks"_s);
+  EXPECT_TRUE(says(*again, u"Tarnwick’s hooks were removed. Other hooks were preserved."_s));
+  EXPECT_EQ(fixture_.find(widget.id)->options, widget.options);
+  ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+  EXPECT_EQ(settings.readAll(), "{\n  \"model\": \"x\"\n}\n");
+}
+
+TEST_F(ConnectionFormTest, AHistoryOnThisComputerIsChosenByItsProgram) {
+  const DockWidget widget = fixture_.add(u"geminiAPIUsage"_s, {});
+  const auto window = fixture_.editor(widget.id);
+  auto* source = named<Segments>(*window, u"History source"_s);
+  ASSERT_TRUE(source);
+  EXPECT_TRUE(button(*window, u"Choose Gemini History…"_s));
+  Q_EMIT source->chosenChanged(0);
+  EXPECT_FALSE(window->save());
+  EXPECT_TRUE(says(*window, u"Choose a local Gemini CLI chat directory."_s));
+  source->setChosen(1);
+  Q_EMIT source->chosenChanged(1);
+  EXPECT_TRUE(says(*window,
+                   u"Choose your OpenCode SQLite database. Gemini model usage is read locally; conversation bodies "
+                   "are not selected."_s));
+  press(*window, u"Choose Usage Database…"_s);
+  chooseIn(*window, u"/srv/opencode.db"_s);
+  EXPECT_TRUE(window->save());
+  EXPECT_EQ(fixture_.find(widget.id)->options,
+            (QMap<QString, QString>{{option::connectionMode, value::geminiHistory},
+                                    {option::historySource, value::openCode},
+                                    {option::historyDirectory, u"/srv/opencode.db"_s}}));
+  const auto again = fixture_.editor(widget.id);
+  EXPECT_EQ(named<Segments>(*again, u"History source"_s)->chosen(), 1);
+  EXPECT_TRUE(again->save());
 }
 
 }  // namespace

@@ -36,10 +36,13 @@ const DockWidget* stored(const AppStore& store, const QUuid& widget) {
   return DocumentEdits::find(store.config(), widget);
 }
 
-/// A widget that is connected to nothing yet is most likely meant for its service.
-bool prefersService(const DockWidget& widget) {
-  return providerFor(widget.kind) && !widget.options.contains(option::connectionMode) &&
-         widget.options.value(option::endpoint).isEmpty();
+/// What a widget that is connected to nothing yet is most likely meant for: its service, or what it reads on this
+/// computer. Empty where nothing is more likely than an address.
+QString likelyConnection(const DockWidget& widget, const EditorField& connection) {
+  if (widget.options.contains(option::connectionMode) || !widget.options.value(option::endpoint).isEmpty()) return {};
+  if (providerFor(widget.kind)) return value::native;
+  const QString last = connection.value.section(u',', -1);
+  return last == value::claudeActivity || last == value::geminiHistory ? last : QString();
 }
 
 /// A widget with the address that it asks, as far as that is known before all else is filled in.
@@ -204,19 +207,21 @@ void EditorWindow::take() {
   for (const auto& line : lines_) {
     if (line->touched) continue;
     line->control->read(*widget, line->field.key);
-    if (line->field.key == option::connectionMode && prefersService(*widget)) {
-      line->control->setValue(value::native);
+    if (line->field.key != option::connectionMode) continue;
+    if (const QString likely = likelyConnection(*widget, line->field); !likely.isEmpty()) {
+      line->control->setValue(likely);
       line->isSuggested = true;
     }
   }
   showEdited();
 }
 
-/// Whether anything was entered for the service that the form suggests.
+/// Whether anything was entered for the connection that the form suggests.
 bool EditorWindow::isServiceTouched() const {
   if ((credential_ && credential_->isTouched()) || (signIn_ && signIn_->isTouched())) return true;
-  return std::ranges::any_of(lines_,
-                             [](const auto& line) { return line->touched && line->field.onlyIn == value::native; });
+  return std::ranges::any_of(lines_, [this](const auto& line) {
+    return line->touched && line->field.onlyIn && !line->field.onlyIn->isEmpty() && isThere(*line);
+  });
 }
 
 /// The connection that stands in the form; absent where there is no choice.
