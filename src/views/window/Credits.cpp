@@ -55,6 +55,7 @@ QList<Credit> allCredits() {
       {u"libical"_s, {}, u"LGPL-2.1 or MPL-2.0"_s},
       {u"PulseAudio"_s, Asked(u"pulse"_s, 0).text("pa_get_library_version"), u"LGPL-2.1-or-later"_s},
       {u"LZ4"_s, Asked(u"lz4"_s, 1).text("LZ4_versionString"), u"BSD-2-Clause"_s},
+      {u"SQLite"_s, Asked(u"sqlite3"_s, 0).text("sqlite3_libversion"), u"Public domain"_s},
       {u"GLib"_s, glibVersion(), u"LGPL-2.1-or-later"_s},
       {u"Inter"_s, {}, u"OFL-1.1"_s},
       {u"Noto Color Emoji"_s, {}, u"OFL-1.1"_s},
