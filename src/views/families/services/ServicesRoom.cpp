@@ -190,10 +190,10 @@ constexpr RoomRow readHere(std::span<const WidgetOption> options, decltype(RoomR
   return {.of = Kind,
           .content = content,
           .options = options,
-          .pictured = picturedHere<Mode>,
-          .states = serviceStates,
           .comesLater = false,
-          .sample = sample<Kind>};
+          .sample = sample<Kind>,
+          .pictured = picturedHere<Mode>,
+          .states = serviceStates};
 }
 
 constexpr std::array kKinds = {
