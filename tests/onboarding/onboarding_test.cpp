@@ -116,7 +116,7 @@ TEST_F(OnboardingTest, CanBeLeftAndContinuedAndOnlyItsEndCompletesIt) {
   EXPECT_TRUE(window.isNull());
 }
 
-TEST_F(OnboardingTest, RunningAppsShowHoweverTheFirstRunIsLeft) {
+TEST_F(OnboardingTest, WhatANewUserExpectsHoldsHoweverTheFirstRunIsLeft) {
   const auto press = [](QWidget* in, const QString& word) { button(in, word)->click(); };
   const struct {
     const char* name;
@@ -150,7 +150,7 @@ TEST_F(OnboardingTest, RunningAppsShowHoweverTheFirstRunIsLeft) {
     window->present();
     each.leave(*window);
     window.reset();
-    EXPECT_TRUE(first->config().liveApps) << each.name;
+    EXPECT_TRUE(first->config().liveApps && first->config().desktop.reserveSpace) << each.name;
     EXPECT_EQ(first->config().onboardingComplete, each.completes) << each.name;
     first->shutdown();
 
@@ -180,28 +180,28 @@ TEST_F(OnboardingTest, ALayoutIsChosenByPointerOrArrowsAndHoldsAtOnce) {
 
 TEST_F(OnboardingTest, ADockThatIsAlwaysThereKeepsItsPlaceFree) {
   using enum DockLayout;
+  const QString label = u"Reserve Dock Space"_s;
   const struct {
-    DockLayout before;
-    std::optional<DockLayout> clicked;
-    bool isComplete, keeps;
-  } cases[] = {{Swap, Replace, false, false},
-               {Swap, Fixed, false, true},
-               {Fixed, std::nullopt, false, true},
-               {Floating, std::nullopt, false, false},
-               {Fixed, std::nullopt, true, false}};  // Later than that it is the user's own affair.
+    DockLayout before, clicked;
+    bool keeps;
+  } cases[] = {{Swap, Replace, false}, {Swap, Fixed, true}, {Fixed, Floating, false}};
   for (const auto& each : cases) {
     store().edit([&each](DockConfiguration& config) {
-      config.onboardingComplete = each.isComplete;
       config.layout = each.before;
       config.desktop.reserveSpace = false;
     });
     const std::unique_ptr<OnboardingWindow> window(open(1));
-    EXPECT_FALSE(store().config().desktop.reserveSpace) << "nothing is chosen yet";
-    if (each.clicked)
-      card(window.get(), *each.clicked)->click();
-    else
-      button(window.get(), u"Continue"_s)->click();
+    EXPECT_EQ(find<Switch>(window.get(), label) != nullptr, each.before == Fixed);
+    card(window.get(), each.clicked)->click();
     EXPECT_EQ(store().config().desktop.reserveSpace, each.keeps) << static_cast<int>(each.before);
+    auto* shown = find<Switch>(window.get(), label);
+    ASSERT_EQ(shown != nullptr, each.clicked == Fixed);
+    if (!shown) continue;
+    EXPECT_TRUE(shown->isChecked());
+    shown->click();
+    EXPECT_FALSE(store().config().desktop.reserveSpace);
+    button(window.get(), u"Continue"_s)->click();
+    EXPECT_FALSE(store().config().desktop.reserveSpace) << "who turned it off has chosen";
   }
 }
 

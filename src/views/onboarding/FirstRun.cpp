@@ -9,6 +9,7 @@ void chooseForNewUser(AppStore& store) {
   store.edit([](DockConfiguration& config) {
     config.appAppearance = QStringLiteral("auto");
     config.liveApps = true;
+    if (config.layout == DockLayout::Fixed) config.desktop.reserveSpace = true;
   });
 }
 

@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <functional>
 
 #include "store/AppStore.h"
 #include "views/controls/Buttons.h"
@@ -112,24 +113,6 @@ QWidget* feature(const QString& symbol, Accent accent, const QString& title, con
   return row;
 }
 
-/// What the last cell of the layouts says.
-QWidget* starterNote(int width) {
-  auto* note = new QWidget;
-  note->setFixedWidth(width);
-  auto* column = new QVBoxLayout(note);
-  column->setContentsMargins(kCardSpace + 6, 0, kCardSpace + 6, 0);
-  column->setSpacing(6);
-  column->addStretch();
-  column->addWidget(new TextLabel(OnboardingWords::tr("Starter widgets"), TextStyle::Title));
-  auto* text =
-      new TextLabel(OnboardingWords::tr("Apps, time, weather, CPU, RAM and quick toggles. Add more from the library."),
-                    TextStyle::Caption, Tone::Secondary);
-  text->setWordWrap(true);
-  column->addWidget(text);
-  column->addStretch();
-  return note;
-}
-
 }  // namespace
 
 QWidget* makeWelcomePage() {
@@ -160,6 +143,68 @@ QWidget* makeWelcomePage() {
   return page;
 }
 
+namespace {
+
+/// A switch for what `field` gives of the settings, which it follows.
+template <class Field>
+Switch* makeSwitch(AppStore& store, const WindowServices& services, const QString& label, Field field) {
+  auto* made = new Switch(label);
+  const auto show = [made, &store, field] {
+    const QSignalBlocker quiet(made);
+    made->setChecked(std::invoke(field, store.config()));
+  };
+  QObject::connect(&store, &AppStore::configChanged, made, show);
+  QObject::connect(made, &QAbstractButton::toggled, made, [&edits = services.edits, field](bool on) {
+    edits.change([field, on](DockConfiguration& config) { std::invoke(field, config) = on; });
+  });
+  show();
+  return made;
+}
+
+TextLabel* makeCaption(const QString& text) {
+  auto* caption = new TextLabel(text, TextStyle::Caption, Tone::Secondary);
+  caption->setWordWrap(true);
+  return caption;
+}
+
+/// What the choice of a dock that is always there sets besides.
+QWidget* makeSpaceSwitch(AppStore& store, const WindowServices& services) {
+  const QString label = OnboardingWords::tr("Reserve Dock Space");
+  auto* part = new QWidget;
+  auto* column = new QVBoxLayout(part);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(4);
+  auto* line = new QHBoxLayout;
+  line->addWidget(new TextLabel(label, TextStyle::Title), 1);
+  line->addWidget(makeSwitch(
+      store, services, label, [](auto& config) -> auto& { return config.desktop.reserveSpace; }));
+  column->addLayout(line);
+  column->addWidget(makeCaption(OnboardingWords::tr("Maximized windows leave room for the dock.")));
+  const auto applies = [&store] { return store.config().layout == DockLayout::Fixed; };
+  QObject::connect(&store, &AppStore::configChanged, part, [part, applies] { part->setVisible(applies()); });
+  if (!applies()) part->hide();  // Shown without a parent yet it would be a window.
+  return part;
+}
+
+/// The last cell of the layouts.
+QWidget* makeNote(int width, AppStore& store, const WindowServices& services) {
+  auto* note = new QWidget;
+  note->setFixedWidth(width);
+  auto* column = new QVBoxLayout(note);
+  column->setContentsMargins(kCardSpace + 6, 0, kCardSpace + 6, 0);
+  column->setSpacing(6);
+  column->addStretch();
+  column->addWidget(makeSpaceSwitch(store, services));
+  column->addStretch();
+  column->addWidget(new TextLabel(OnboardingWords::tr("Starter widgets"), TextStyle::Title));
+  column->addWidget(
+      makeCaption(OnboardingWords::tr("Apps, time, weather, CPU, RAM and quick toggles. Add more from the library.")));
+  column->addStretch();
+  return note;
+}
+
+}  // namespace
+
 void chooseLayout(DockConfiguration& config, DockLayout layout) {
   config.layout = layout;
   if (layout == DockLayout::Fixed) config.desktop.reserveSpace = true;
@@ -189,7 +234,7 @@ QWidget* makeLayoutPage(AppStore& store, const WindowServices& services) {
     QObject::connect(&store, &AppStore::configChanged, card, show);
     show();
   }
-  grid->add(starterNote(cardWidth));
+  grid->add(makeNote(cardWidth, store, services));
   addColumn(column, cardWidth * perRow)->addWidget(grid);
   return page;
 }
@@ -201,22 +246,6 @@ void addState(Card* card, const QString& label, const QString& why, const Capabi
   auto* state = new StateLabel(there.available);
   card->addRow(label, state, there ? why : there.reason);
   state->setAccessibleName(label + u": "_s + state->word());
-}
-
-/// A switch for a field of the settings, which it follows.
-Switch* makeSwitch(AppStore& store, const WindowServices& services, const QString& label,
-                   bool DockConfiguration::*field) {
-  auto* made = new Switch(label);
-  const auto show = [made, &store, field] {
-    const QSignalBlocker quiet(made);
-    made->setChecked(store.config().*field);
-  };
-  QObject::connect(&store, &AppStore::configChanged, made, show);
-  QObject::connect(made, &QAbstractButton::toggled, made, [&edits = services.edits, field](bool on) {
-    edits.change([field, on](DockConfiguration& config) { config.*field = on; });
-  });
-  show();
-  return made;
 }
 
 QString howToBindTheBar() {

@@ -154,9 +154,6 @@ void OnboardingWindow::turnTo(int page) {
 }
 
 void OnboardingWindow::goOn() {
-  // Whoever goes on with the layout that is chosen already chooses it.
-  if (page() == kLayoutPage && !store_.config().onboardingComplete)
-    store_.edit([](DockConfiguration& config) { chooseLayout(config, config.layout); });
   if (page() + 1 < kPages) return turnTo(page() + 1);
   store_.edit([](DockConfiguration& config) { config.onboardingComplete = true; });
   close();
