@@ -12,6 +12,7 @@
 #include "views/controls/Rows.h"
 #include "views/controls/Segments.h"
 #include "views/library/FieldRows.h"
+#include "views/window/Cards.h"
 #include "widgets/LibraryWords.h"
 #include "widgets/catalog/Options.h"
 
