@@ -1,21 +1,11 @@
 // A widget is connected to a server through its form, by the keyboard alone, on every window system alike; and what
 // becomes of it when the server dies or wants to be left alone.
-#include <linux/input-event-codes.h>
-
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <algorithm>
 #include <atomic>
 
-#include "desktop/ShellTest.h"
-#include "platform_net/TestServer.h"
-#include "services/Connections.h"
-#include "store/DocumentEdits.h"
+#include "desktop/ConnectionScenario.h"
 #include "views/library/AnswerTree.h"
-#include "views/library/EditorWindow.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick::testing {
@@ -27,74 +17,8 @@ using test::TestReply;
 using test::TestRequest;
 using test::TestServer;
 
-class ConnectionScenario : public ShellTest {
+class ConnectedTile : public ConnectionScenario {
  protected:
-  ConnectionScenario() {
-    certificates = TestCertificates::all().authority;
-    for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"})
-      qunsetenv(proxy);
-  }
-
-  static QString addressOf(const TestServer& server) { return u"https://127.0.0.1:%1/"_s.arg(server.port()); }
-  /// Types over what stands in the field that has the keyboard.
-  bool write(const QString& text) {
-    desk.type({KEY_A}, {KEY_LEFTCTRL});
-    desk.write(text);
-    const auto* field = qobject_cast<const QLineEdit*>(QApplication::focusWidget());
-    return field && comesTrue([&] { return field->text() == text; });
-  }
-  EditorWindow* form() {
-    for (QWidget* window : QApplication::topLevelWidgets())
-      if (auto* found = qobject_cast<EditorWindow*>(window); found && found->isVisible()) return found;
-    return nullptr;
-  }
-  /// Goes on by the Tab key until the keyboard is on the control of that kind and name.
-  template <class Control>
-  bool tabTo(const QString& name) {
-    const auto isThere = [&] {
-      const auto* at = qobject_cast<const Control*>(QApplication::focusWidget());
-      return at && (at->accessibleName().isEmpty() ? at->property("text").toString() : at->accessibleName()) == name;
-    };
-    for (int steps = 0; steps < 20 && !isThere(); ++steps) {
-      const QWidget* before = QApplication::focusWidget();
-      desk.tap(KEY_TAB);
-      if (!comesTrue([&] { return QApplication::focusWidget() != before; })) return false;
-    }
-    return isThere();
-  }
-  /// All that the form says.
-  std::string said() {
-    QStringList words;
-    for (const QLabel* label : form()->findChildren<QLabel*>())
-      if (label->isVisible()) words << label->text();
-    return words.join(u'|').toStdString();
-  }
-  /// What is due at once, which the first step of a fetch is.
-  bool comes(const std::function<bool()>& predicate) {
-    return comesTrue([&] {
-      time.advance(0);
-      return predicate();
-    });
-  }
-  /// Opens the form of the only tile from the dock.
-  void openForm() {
-    desk.settle();
-    dock().leaveKeyboard();  // Which a form that was opened from it gives back.
-    dock().focus();
-    ASSERT_TRUE(inTime([&] { return view().hasFocus() && view().focusedItem() == 0; }));
-    desk.tap(KEY_COMPOSE);
-    const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-    ASSERT_TRUE(comesTrue([&] { return menu() && menu()->isVisible(); }));
-    const auto isOnEdit = [&] { return menu()->activeAction() && menu()->activeAction()->text() == u"Edit Widget…"_s; };
-    for (int steps = 0; steps < 12 && !isOnEdit(); ++steps) {
-      const QAction* before = menu()->activeAction();
-      desk.tap(KEY_DOWN);
-      ASSERT_TRUE(comesTrue([&] { return menu() && menu()->activeAction() != before; }));
-    }
-    desk.tap(KEY_ENTER);
-    ASSERT_TRUE(inTime([&] { return form() && form()->isActiveWindow() && QApplication::focusWidget(); }))
-        << (form() ? "it has no keyboard" : "there is none");
-  }
   /// Writes over what stands in the address and saves.
   void changeAddress(const QString& address) {
     ASSERT_NO_FATAL_FAILURE(openForm());
@@ -103,13 +27,9 @@ class ConnectionScenario : public ShellTest {
     desk.tap(KEY_ENTER);
     ASSERT_TRUE(comesTrue([&] { return !form(); })) << said();
   }
-
-  RemoteReading reading() {
-    return adapters->connections().reading(store().widgets().first().id).value_or(RemoteReading());
-  }
 };
 
-TEST_F(ConnectionScenario, ATileIsConnectedByKeysAndKeepsItsValueThroughWhatItsServerDoes) {
+TEST_F(ConnectedTile, ATileIsConnectedByKeysAndKeepsItsValueThroughWhatItsServerDoes) {
   std::atomic<bool> isBusy = false;
   const auto answer = [&isBusy](const TestRequest&) {
     return isBusy ? TestReply::of(429, {}, "Retry-After: 600\r\n")

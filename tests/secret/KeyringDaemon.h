@@ -12,6 +12,7 @@ namespace tarnwick::test {
 class KeyringDaemon {
  public:
   explicit KeyringDaemon(PrivateBus& bus) : connection_(bus.connection()) {}
+  explicit KeyringDaemon(const QDBusConnection& bus) : connection_(bus) {}
   ~KeyringDaemon() { kill(); }
 
   /// With keyrings that exist or none.
