@@ -113,6 +113,7 @@ QList<SnapshotWindow> SnapshotWindows::list() {
     return settings(u"connections"_s);
   });
   add(u"editor-connection"_s, [this] { return connectionForm(); });
+  add(u"editor-sign-in"_s, [this] { return signInForm(); });
   return list;
 }
 
@@ -157,6 +158,12 @@ std::unique_ptr<QWidget> SnapshotWindows::connectionForm() {
     if (button->text() == LibraryWords::tr("Try It")) button->click();
   QCoreApplication::processEvents();
   return window;
+}
+
+std::unique_ptr<QWidget> SnapshotWindows::signInForm() {
+  const DockWidget widget{QUuid::createUuid(), u"dropbox"_s, {}, {}};
+  snapshot_.store().edit([&widget](DockConfiguration& config) { config.profiles[1].widgets = {widget}; });
+  return shown(std::make_unique<EditorWindow>(snapshot_.store(), widget.id, services_));
 }
 
 std::unique_ptr<QWidget> SnapshotWindows::firstRun(int page) {

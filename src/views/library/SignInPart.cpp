@@ -53,6 +53,8 @@ SignInPart::SignInPart(Connections& connections, const OAuthProvider& provider, 
       cancel_(new Button(LibraryWords::tr("Cancel Sign-In"))),
       signOut_(new Button(LibraryWords::tr("Sign Out"))),
       sentence_(makeSentence({}, TextStyle::Caption, Tone::Secondary)) {
+  client_->setPlaceholderText({});
+  secret_->setPlaceholderText(LibraryWords::tr("Only if your app has one"));
   secret_->setEchoMode(QLineEdit::Password);
   clientRow_ = FormRow::wide(LibraryWords::tr("Client ID"), client_);
   rows_ << clientRow_

@@ -96,6 +96,10 @@ void addConnections(CardPage& page) {
              QT_TRANSLATE_NOOP("Help",
                                "Shows what the service itself says, by a key or token that it makes for you. The form "
                                "says which one and opens the page where it is made.")},
+            {QT_TRANSLATE_NOOP("Help", "Sign In"),
+             QT_TRANSLATE_NOOP("Help",
+                               "For Gmail, Dropbox and TikTok: opens the service in your browser, with the client ID "
+                               "of an app that you made there.")},
             {QT_TRANSLATE_NOOP("Help", "Address"),
              QT_TRANSLATE_NOOP("Help",
                                "One of yours that answers with JSON, over https. The widget shows one field of it.")},
