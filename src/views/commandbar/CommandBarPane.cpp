@@ -87,7 +87,11 @@ void CommandBarPane::takeText(const QString& text) {
   for (QChar& each : line)
     if (each.category() == QChar::Other_Control || each == QChar::LineSeparator || each == QChar::ParagraphSeparator)
       each = u' ';
-  if (line == text) return rows_.model().setQuery(text);
+  if (line == text) {
+    rows_.model().setQuery(text);
+    if (findsNothing_) takeRows();  // Without rows nothing else tells that something is written.
+    return;
+  }
   const qsizetype behind = text.size() - field_->cursorPosition();
   field_->setText(line);  // Comes back here.
   field_->setCursorPosition(static_cast<int>(std::max<qsizetype>(0, line.size() - behind)));

@@ -210,13 +210,16 @@ constexpr double kPairValueRight = 82;
 constexpr double kPairFirst = 27;
 constexpr double kPairSecond = 45;
 constexpr double kPairGap = 4;
-constexpr double kPairSpill = 7;  ///< How far the widest value may reach towards the chart.
 constexpr int kMostPercent = 100;
 
-/// A percentage, in smaller letters where it is wider than `space`.
+/// A percentage with its sign in the largest letters in which it is at most `space` wide; where it is wider in all of
+/// them, the number alone.
 TextLine pairValue(const TileCanvas& canvas, const std::optional<int>& percent, double space) {
   const TextLine whole = canvas.line(withSign(percent), TextStyle::Title);
-  return whole.width() <= space || !percent ? whole : canvas.line(withSign(percent), TextStyle::ListRowStrong);
+  if (whole.width() <= space || !percent) return whole;
+  for (const TextStyle style : {TextStyle::ListRowStrong, TextStyle::TabLabel})
+    if (const TextLine small = canvas.line(withSign(percent), style); small.width() <= space) return small;
+  return canvas.line(LocalFigures::number(*percent), TextStyle::ListRowStrong);
 }
 
 void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QString& label,
@@ -224,7 +227,7 @@ void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QStr
   const TextLine words = canvas.line(label, TextStyle::Body);
   const double space = kPairValueRight - kPairLabel - words.width() - kPairGap;
   // Half a word says nothing, and the dot shows which is which. The label is there for every value or for none.
-  const bool labelled = pairValue(canvas, kMostPercent, space).width() <= space + kPairSpill;
+  const bool labelled = pairValue(canvas, kMostPercent, space).width() <= space;
   const TextLine value = pairValue(canvas, percent, labelled ? space : kPairValueRight - kPairLabel);
   const double dotHeight = canvas.line(withSign(percent), TextStyle::Title).capHeight() / 2;
   canvas.painter().setPen(Qt::NoPen);
@@ -235,8 +238,7 @@ void paintPairRow(TileCanvas& canvas, double baseline, Accent accent, const QStr
     return;
   }
   words.draw(canvas.painter(), {kPairLabel, baseline}, canvas.colors().secondary);
-  const double right = std::max(kPairValueRight, kPairLabel + words.width() + kPairGap + value.width());
-  value.drawRight(canvas.painter(), {right, baseline}, canvas.colors().primary);
+  value.drawRight(canvas.painter(), {kPairValueRight, baseline}, canvas.colors().primary);
 }
 
 }  // namespace
