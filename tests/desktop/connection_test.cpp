@@ -98,13 +98,18 @@ TEST_F(ConnectionScenario, MoneyIsConvertedInThePanelByKeys) {
   ASSERT_TRUE(inTime([&] { return field() && field()->window()->isActiveWindow(); }));
   const QWidget* panel = field()->window();
   desk.settle();
-  // The last of the quantities stands before the value.
+  // The quantities stand before the value, and the arrows lead through them.
   desk.type({KEY_TAB}, {KEY_LEFTSHIFT});
   const auto isOnMoney = [] {
     const auto* at = qobject_cast<const QPushButton*>(QApplication::focusWidget());
     return at && at->accessibleName() == u"Currency"_s;
   };
-  ASSERT_TRUE(comesTrue(isOnMoney));
+  ASSERT_TRUE(inTime([&] { return !field(); }));
+  ASSERT_TRUE(inTime([&] {
+    if (!isOnMoney()) desk.tap(KEY_RIGHT);
+    desk.settle();
+    return isOnMoney();
+  }));
   desk.tap(KEY_SPACE);
   const auto option = [&](QLatin1StringView key) { return store().widgets().first().options.value(key); };
   ASSERT_TRUE(comesTrue([&] { return option(option::from).size() == 3; }));

@@ -350,7 +350,7 @@ TEST_F(ProgramTest, SaysInOneSentenceWhatItCannotDo) {
   EXPECT_EQ(noDisplay.status, 1);
   EXPECT_EQ(noDisplay.standardError, u"Tarnwick cannot reach the display \":4711\".\n"_s);
 
-  for (const QString& mode : {u"--claude-hook"_s, u"--diagnose"_s, u"--benchmark"_s}) {
+  for (const QString& mode : {u"--diagnose"_s, u"--benchmark"_s}) {
     const auto ended = runToEnd(home(), {mode, u"30"_s});
     EXPECT_EQ(ended.status, 1) << qPrintable(mode);
     EXPECT_EQ(ended.standardError, u"This version of Tarnwick does not offer %1 yet.\n"_s.arg(mode));
