@@ -377,11 +377,10 @@ TEST_F(DelegateTest, AWindowThatTheDesktopDestroyedOpensAnew) {
   display.settle();
   xcb_destroy_window(display.connection(), static_cast<xcb_window_t>(shown()->winId()));
   xcb_flush(display.connection());
-  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return shown()->windowHandle()->winId() == 0; }));
+  EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return !shown(); }));
   EXPECT_FALSE(delegate->dock().hasOpenWindow()) << "no dock stays out for it";
   delegate->commands().showSettings();
-  ASSERT_TRUE(shown());
-  EXPECT_NE(shown()->windowHandle()->winId(), 0);
+  EXPECT_TRUE(shown());
 }
 
 TEST_F(DelegateTest, AMenuOffersWhatThereIs) {

@@ -6,6 +6,7 @@
 #include <QtGui/qguiapplication_platform.h>
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QWindow>
 #include <cstring>
 #include <utility>
 
@@ -29,6 +30,15 @@ constexpr quint16 kFirstInputEvent = 2;   // key press
 constexpr quint16 kLastButtonEvent = 5;   // button release
 constexpr quint16 kFirstTouchEvent = 18;  // touch begin
 constexpr quint16 kLastTouchEvent = 20;   // touch end
+
+/// A window of ours that another program destroyed: the toolkit takes no notice, and would never show it again. What
+/// has no frame belongs to the adapters.
+void closeLost(xcb_window_t id) {
+  for (QWindow* window : QGuiApplication::topLevelWindows())
+    if (window->handle() && window->winId() == id && !window->flags().testFlag(Qt::FramelessWindowHint))
+      QMetaObject::invokeMethod(
+          window, [window] { window->close(); }, Qt::QueuedConnection);
+}
 
 QNativeInterface::QX11Application* native() {
   return qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
@@ -197,9 +207,12 @@ bool X11Events::nativeEventFilter(const QByteArray& type, void* message, qintptr
     case XCB_BUTTON_PRESS:
       Q_EMIT buttonPressed(as<xcb_button_press_event_t>(event)->event);
       return false;
-    case XCB_DESTROY_NOTIFY:
-      watched_.remove(as<xcb_destroy_notify_event_t>(event)->window);
+    case XCB_DESTROY_NOTIFY: {
+      const xcb_window_t window = as<xcb_destroy_notify_event_t>(event)->window;
+      watched_.remove(window);
+      closeLost(window);
       return false;
+    }
     case XCB_KEY_PRESS: {
       const auto* key = as<xcb_key_press_event_t>(event);
       // The server makes a repetition of a release and a press at one moment, with nothing between them.
