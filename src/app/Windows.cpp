@@ -1,7 +1,6 @@
 #include "app/Windows.h"
 
 #include <QApplication>
-#include <QWindow>
 #include <algorithm>
 
 #include "app/AppKeys.h"
@@ -34,15 +33,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Whether the desktop destroyed it. Nothing is reported of that, and the toolkit goes on as if it were there.
-bool isLost(const QWidget& window) {
-  const QWindow* native = window.windowHandle();
-  return native && native->handle() && native->winId() == 0;
-}
-
-bool isOpen(const QWidget* window) {
-  return window && window->isVisible() && !window->isMinimized() && !isLost(*window);
-}
+bool isOpen(const QWidget* window) { return window && window->isVisible() && !window->isMinimized(); }
 
 }  // namespace
 
@@ -86,7 +77,6 @@ Windows::~Windows() {
 template <class Window, class Make>
 void Windows::present(QPointer<Window>& window, const QString& name, const WindowPlaces::Request& request,
                       const Make& make) {
-  if (window && isLost(*window)) delete window.data();
   if (!window) {
     window = make();
     dress(*window);
