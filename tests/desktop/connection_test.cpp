@@ -5,6 +5,7 @@
 #include <atomic>
 
 #include "desktop/ConnectionScenario.h"
+#include "views/controls/Buttons.h"
 #include "views/library/AnswerTree.h"
 #include "widgets/catalog/Options.h"
 
@@ -101,8 +102,8 @@ TEST_F(ConnectionScenario, MoneyIsConvertedInThePanelByKeys) {
   // The quantities stand before the value, and the arrows lead through them.
   desk.type({KEY_TAB}, {KEY_LEFTSHIFT});
   const auto isOnMoney = [] {
-    const auto* at = qobject_cast<const QPushButton*>(QApplication::focusWidget());
-    return at && at->accessibleName() == u"Currency"_s;
+    const auto* at = qobject_cast<const PaintedButton*>(QApplication::focusWidget());
+    return at && at->label() == u"Currency"_s;
   };
   ASSERT_TRUE(inTime([&] { return !field(); }));
   ASSERT_TRUE(inTime([&] {

@@ -7,8 +7,8 @@
 #include "AuthorizationServer.h"
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
-#include "platform/net/LoadedTransport.h"
 #include "platform/net/module/LoopbackListener.h"
+#include "platform/net/module/NetworkTransport.h"
 #include "secret/FakeSecretStore.h"
 #include "secret/Told.h"
 #include "services/ProviderTable.h"
@@ -249,7 +249,7 @@ class SignInAtAService : public Loopback {
   Keychain keychain{secrets, folder.path()};
   OAuthTokens tokens{keychain};
   std::shared_ptr<WebSession> session = std::make_shared<WebSession>(
-      std::make_shared<LoadedTransport>(NetworkSetup{&clock, TestCertificates::all().authority}), keychain, tokens,
+      std::make_shared<NetworkTransport>(NetworkSetup{&clock, TestCertificates::all().authority}), keychain, tokens,
       clock);
   AuthorizationServer service;
   TestBrowser browser;

@@ -21,6 +21,12 @@ const QString kLogin = u"/org/freedesktop/secrets/collection/login"_s;
 void KeyringDaemon::run(const QStringList& options) {
   qDBusRegisterMetaType<Attributes>();
   qDBusRegisterMetaType<Secret>();
+  // One that the bus started by itself, for whoever asked for it before, has the name.
+  const QDBusReply<uint> before = connection_.interface()->servicePid(kName);
+  if (before.isValid()) {
+    ::kill(static_cast<pid_t>(before.value()), SIGKILL);
+    ASSERT_TRUE(waitFor([this] { return !connection_.interface()->isServiceRegistered(kName).value(); }));
+  }
   daemon_.setStandardOutputFile(QProcess::nullDevice());
   daemon_.setStandardErrorFile(QProcess::nullDevice());
   daemon_.start(

@@ -280,9 +280,7 @@ void EditorWindow::showEdited() {
   const bool isService = connection() == value::native;
   signIn_->setThere(isService);
   if (isService) signIn_->follow(asked(now, services_.forms));
-  credential_->setUsual(isService ? LibraryWords::tr("In place of signing in, a token of your own. It is kept in the "
-                                                     "keyring, never in the settings.")
-                                  : QString());
+  credential_->setUsual(isService ? LibraryWords::tr("In place of signing in, a token of your own.") : QString());
 }
 
 void EditorWindow::follow() {

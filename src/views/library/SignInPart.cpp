@@ -27,6 +27,19 @@ QCoro::Task<bool> signedOut(Connections& connections, DockWidget widget, std::st
   co_return true;
 }
 
+QString secretHint(bool isKept) {
+  return isKept ? QStringLiteral("••••••••") : LibraryWords::tr("Secret, if there is one");
+}
+
+QWidget* besideEachOther(std::initializer_list<QWidget*> controls) {
+  auto* all = new QWidget;
+  auto* row = new QHBoxLayout(all);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(theme::kRowOverhang);
+  for (QWidget* control : controls) row->addWidget(control, qobject_cast<QLineEdit*>(control) ? 1 : 0);
+  return all;
+}
+
 /// Buttons in a row, as wide as their words, the sentence below them.
 QWidget* buttonsOver(std::initializer_list<QWidget*> buttons, QWidget* sentence) {
   auto* all = new QWidget;
@@ -53,13 +66,11 @@ SignInPart::SignInPart(Connections& connections, const OAuthProvider& provider, 
       cancel_(new Button(LibraryWords::tr("Cancel Sign-In"))),
       signOut_(new Button(LibraryWords::tr("Sign Out"))),
       sentence_(makeSentence({}, TextStyle::Caption, Tone::Secondary)) {
-  client_->setPlaceholderText({});
-  secret_->setPlaceholderText(LibraryWords::tr("Only if your app has one"));
+  client_->setPlaceholderText(LibraryWords::tr("Client ID"));
+  secret_->setPlaceholderText(secretHint(false));
   secret_->setEchoMode(QLineEdit::Password);
-  clientRow_ = FormRow::wide(LibraryWords::tr("Client ID"), client_);
-  rows_ << clientRow_
-        << FormRow::wide(LibraryWords::tr("Client secret"), secret_,
-                         LibraryWords::tr("Kept in the keyring, never in the settings."));
+  clientRow_ = FormRow::wide(LibraryWords::tr("Client ID and secret"), besideEachOther({client_, secret_}));
+  rows_ << clientRow_;
   if (provider.port != 0) {
     const QString address = OAuthLoopback::redirect(provider.port);
     auto* shown = new TextField(LibraryWords::tr("Redirect address"));
@@ -68,13 +79,7 @@ SignInPart::SignInPart(Connections& connections, const OAuthProvider& provider, 
     auto* copy = new Button(LibraryWords::tr("Copy"));
     copy->setAccessibleName(LibraryWords::tr("Copy the Redirect Address"));
     connect(copy, &QPushButton::clicked, this, [this, address] { form_.copy(address); });
-    auto* both = new QWidget;
-    auto* row = new QHBoxLayout(both);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(theme::kRowOverhang);
-    row->addWidget(shown, 1);
-    row->addWidget(copy);
-    rows_ << FormRow::wide(LibraryWords::tr("Redirect address"), both,
+    rows_ << FormRow::wide(LibraryWords::tr("Redirect address"), besideEachOther({shown, copy}),
                            LibraryWords::tr("Enter this address in your app first."));
   }
   signIn_->setAccessibleDescription(LibraryWords::tr("Opens %1 in your browser.").arg(provider.authorization.host()));
@@ -136,8 +141,7 @@ void SignInPart::look() {
         const auto kept = answer.value.value_or(std::nullopt);
         keptClient_ = kept ? kept->clientID : QString();
         setSignedIn(kept.has_value());
-        secret_->setPlaceholderText(kept && kept->hasSecret ? QStringLiteral("••••••••")
-                                                            : LibraryWords::tr("Only if your app has one"));
+        secret_->setPlaceholderText(secretHint(kept && kept->hasSecret));
         if (!kept || isTouched_) return;
         const QSignalBlocker quiet(client_);
         client_->setText(kept->clientID);
