@@ -84,6 +84,8 @@ TEST_F(ConnectedTile, ATileIsConnectedByKeysAndKeepsItsValueThroughWhatItsServer
 }
 
 TEST_F(ConnectionScenario, MoneyIsConvertedInThePanelByKeys) {
+  // Sway leaves the keyboard with the dock when a panel is opened by a key.
+  if (!desk.abilities().tellsFrames) GTEST_SKIP() << "the panel does not get the keyboard here";
   const TestServer rates(TestCertificates::all().good, [](const TestRequest&) {
     return TestReply::of(200, R"({"date": "2026-11-27", "rate": 1.25})");
   });
@@ -93,7 +95,8 @@ TEST_F(ConnectionScenario, MoneyIsConvertedInThePanelByKeys) {
   startShown(config);
   desk.settle();
   dock().focus();
-  ASSERT_TRUE(inTime([&] { return view().hasFocus() && view().focusedItem() == 0; }));
+  ASSERT_TRUE(
+      inTime([&] { return view().hasFocus() && view().window()->isActiveWindow() && view().focusedItem() == 0; }));
   desk.tap(KEY_ENTER);
   const auto field = [] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); };
   ASSERT_TRUE(inTime([&] { return field() && field()->window()->isActiveWindow(); }));
