@@ -1,5 +1,6 @@
 #include <QJsonArray>
 #include <QSet>
+#include <QTimeZone>
 #include <algorithm>
 #include <cmath>
 

@@ -1,5 +1,7 @@
 #include "usage/LocalTokens.h"
 
+#include <QTimeZone>
+
 #include "usage/UsageReaderWords.h"
 
 namespace tarnwick {

@@ -1,5 +1,6 @@
 #include "views/controls/ItemPainter.h"
 
+#include <QLineEdit>
 #include <QPainter>
 #include <algorithm>
 
@@ -9,6 +10,8 @@
 #include "views/theme/Glass.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
