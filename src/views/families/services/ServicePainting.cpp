@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 #include "views/families/services/ServiceSeries.h"
 #include "views/families/services/ServiceTile.h"
