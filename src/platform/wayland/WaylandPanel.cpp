@@ -265,7 +265,9 @@ bool WaylandPanel::applyPlacement() {
   if (content_->screen() != screen && !content_->isVisible()) content_->setScreen(screen);
   const bool isUppermost = isAboveFullscreen_ && !order_.panelsGiveWay();
   LayerLook look = LayerLook::at(outer, isUppermost ? Layer::Overlay : Layer::Top);
-  look.takesKeys = keyboard_ == Keyboard::Exclusive;
+  // A compositor that judges once needs no help, and would have to be given a new window.
+  const bool isLent = order_.keysAreTaken() && !session_.judgesKeysOnce();
+  look.takesKeys = keyboard_ == Keyboard::Exclusive && !isLent;
   const QRect place(screen->geometry().topLeft() + outer.topLeft(), look.size);
   if (heldButton_ != Qt::NoButton && place.topLeft() != content_->pos()) held_.leave(content_->pos());
   content_->setGeometry(place);

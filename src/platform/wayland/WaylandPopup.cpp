@@ -32,7 +32,12 @@ WaylandPopup::WaylandPopup(const WaylandSession& session, const WaylandScreens& 
   if (style.closesOutside) connect(&pointer, &PanelPointer::pressed, this, &WaylandPopup::pressed);
 }
 
-WaylandPopup::~WaylandPopup() { order_.setAbovePanels(this, false); }
+WaylandPopup::~WaylandPopup() { leaveOrder(); }
+
+void WaylandPopup::leaveOrder() {
+  order_.setAbovePanels(this, false);
+  order_.setTakesKeys(this, false);
+}
 
 void WaylandPopup::show() {
   QScreen* screen = screens_.native(screen_);
@@ -51,6 +56,7 @@ void WaylandPopup::show() {
   layer_->setScreen(*screen);
   layer_->prepare();
   content_->show();
+  order_.setTakesKeys(this, style_.takesKeys);
 }
 
 QRect WaylandPopup::anchor() const { return {panel_.mapToGlobal(beside_.topLeft()), beside_.size()}; }
@@ -78,6 +84,7 @@ void WaylandPopup::moveBeside(const QRect& rectangle) {
 
 void WaylandPopup::giveBackKeyboard() {
   if (!std::exchange(style_.takesKeys, false)) return;
+  order_.setTakesKeys(this, false);
   // Where that is judged once a window comes, only one that goes gives it up.
   if (session_.judgesKeysOnce()) {
     content_->hide();
@@ -107,7 +114,7 @@ void WaylandPopup::close() {
   if (!content_->isVisible()) return;
   content_->hide();
   catcher_.reset();
-  order_.setAbovePanels(this, false);
+  leaveOrder();
   Q_EMIT closed();
 }
 

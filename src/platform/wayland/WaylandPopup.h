@@ -31,6 +31,7 @@ class WaylandPopup final : public Popup {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void leaveOrder();
   QRect anchor() const;
   void pressed(const QPointF& place);
   void close();
