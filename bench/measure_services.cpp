@@ -61,12 +61,14 @@ class House {
       : keychain_(secrets_, folder_.path()),
         web_(std::make_shared<WebSession>(services.redirected(std::make_shared<LoadedTransport>(NetworkSetup{
                                               .scheduler = &scheduler_, .certificates = services.authority()})),
-                                          keychain_, scheduler_)),
+                                          keychain_, tokens_, scheduler_)),
         connections_({.scheduler = scheduler_,
                       .events = desktop_.session,
                       .network = network_,
                       .session = web_,
                       .keychain = keychain_,
+                      .tokens = tokens_,
+                      .loopback = {},
                       .loader = WidgetLoader(Weather(web_, {}), {}, allProviders()),
                       .cacheFile = folder_.filePath(u"remote-cache.json"_s)}) {
     for (const DockWidget& widget : widgets)
@@ -149,6 +151,7 @@ class House {
   Online network_;
   std::shared_ptr<test::FakeSecretStore> secrets_ = std::make_shared<test::FakeSecretStore>();
   Keychain keychain_;
+  OAuthTokens tokens_{keychain_};
   std::shared_ptr<WebSession> web_;
   LiveConnections connections_;
   std::unique_ptr<AppStore> store_;

@@ -54,7 +54,7 @@ TEST_F(X11Apps, ATileIsRemovedBeyondSixtyPointsAndEscapeBringsItBack) {
   EXPECT_TRUE(comesTrue([&] { return !view().isHeld(); }));
   letGo();
   EXPECT_EQ(store().widgets(), before) << "thought better of";
-  carry(100);
+  carry(62);
   letGo();
   EXPECT_TRUE(comesTrue([&] { return store().widgets().size() == before.size() - 1; }));
 }

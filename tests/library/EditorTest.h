@@ -14,7 +14,8 @@ namespace tarnwick::test {
 template <class Control>
 Control* named(QWidget& window, const QString& name) {
   for (auto* control : window.findChildren<Control*>())
-    if (const QString own = control->accessibleName(); own == name || own.startsWith(name + ": "_L1)) return control;
+    if (const QString own = control->accessibleName(); own == name || own.startsWith(name + QLatin1StringView(": ")))
+      return control;
   return nullptr;
 }
 

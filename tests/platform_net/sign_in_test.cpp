@@ -3,6 +3,7 @@
 
 #include <QCoroTask>
 #include <QTemporaryDir>
+#include <QUrlQuery>
 
 #include "AuthorizationServer.h"
 #include "base/Cancelled.h"

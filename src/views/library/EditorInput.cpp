@@ -1,5 +1,6 @@
 // What the form does as a window: its keys, its focus, its size.
 #include <QKeyEvent>
+#include <QLayout>
 #include <algorithm>
 
 #include "store/AppStore.h"

@@ -58,10 +58,16 @@ constexpr std::array kOptions = {
 };
 /// Of a service that nothing else is known of.
 constexpr std::array kAddressOptions = {kEndpoint, kCredential, kField, kLabel, kPrefix, kSuffix};
-/// The same of a kind that can be read from this computer too.
-constexpr WidgetOption inAddress(WidgetOption option) {
-  option.onlyIn = "";
-  return option;
+/// Those of a kind that can be read from this computer too: what is set for that, and behind it what is asked about an
+/// address, which is there only with that.
+template <class... Own>
+constexpr auto orAddress(const Own&... own) {
+  std::array<WidgetOption, sizeof...(own) + kAddressOptions.size()> all{own...};
+  for (std::size_t i = 0; i < kAddressOptions.size(); ++i) {
+    all[sizeof...(own) + i] = kAddressOptions[i];
+    all[sizeof...(own) + i].onlyIn = "";
+  }
+  return all;
 }
 constexpr WidgetOption connectionTo(const char* values, const char* help) {
   return {.key = option::connectionMode,
@@ -71,48 +77,26 @@ constexpr WidgetOption connectionTo(const char* values, const char* help) {
           .value = values,
           .words = QT_TRANSLATE_NOOP("Library", "Address,This Computer")};
 }
-constexpr std::array kCodexOptions = {
-    connectionTo(",codexLocal", QT_TRANSLATE_NOOP("Library",
-                                                  "What is left of your Codex plan, as the Codex program on "
-                                                  "this computer tells it.")),
-    WidgetOption{.key = option::codexExecutable,
-                 .shape = Line,
-                 .label = QT_TRANSLATE_NOOP("Library", "Codex executable"),
-                 .placeholder = WidgetEditor::kCodexExecutable,
-                 .help = QT_TRANSLATE_NOOP("Library", "Left empty, it is looked for where it usually is."),
-                 .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Choose your installed Codex executable."),
-                 .onlyIn = "codexLocal"},
-    inAddress(kEndpoint),
-    inAddress(kCredential),
-    inAddress(kField),
-    inAddress(kLabel),
-    inAddress(kPrefix),
-    inAddress(kSuffix),
-};
-constexpr std::array kClaudeCodeOptions = {
-    connectionTo(",claudeActivity",
-                 QT_TRANSLATE_NOOP("Library", "What the sessions of Claude Code on this computer are doing.")),
-    inAddress(kEndpoint),
-    inAddress(kCredential),
-    inAddress(kField),
-    inAddress(kLabel),
-    inAddress(kPrefix),
-    inAddress(kSuffix),
-};
-constexpr std::array kGeminiOptions = {
+constexpr auto kCodexOptions =
+    orAddress(connectionTo(",codexLocal", QT_TRANSLATE_NOOP("Library",
+                                                            "What is left of your Codex plan, as the Codex program on "
+                                                            "this computer tells it.")),
+              WidgetOption{.key = option::codexExecutable,
+                           .shape = Line,
+                           .label = QT_TRANSLATE_NOOP("Library", "Codex executable"),
+                           .placeholder = WidgetEditor::kCodexExecutable,
+                           .help = QT_TRANSLATE_NOOP("Library", "Left empty, it is looked for where it usually is."),
+                           .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Choose your installed Codex executable."),
+                           .onlyIn = "codexLocal"});
+constexpr auto kClaudeCodeOptions = orAddress(connectionTo(
+    ",claudeActivity", QT_TRANSLATE_NOOP("Library", "What the sessions of Claude Code on this computer are doing.")));
+constexpr auto kGeminiOptions = orAddress(
     connectionTo(",geminiHistory",
                  QT_TRANSLATE_NOOP("Library", "How many tokens programs on this computer noted for Gemini models.")),
     WidgetOption{.key = option::historyDirectory,
                  .shape = History,
                  .label = QT_TRANSLATE_NOOP("Library", "Local Gemini usage"),
-                 .onlyIn = "geminiHistory"},
-    inAddress(kEndpoint),
-    inAddress(kCredential),
-    inAddress(kField),
-    inAddress(kLabel),
-    inAddress(kPrefix),
-    inAddress(kSuffix),
-};
+                 .onlyIn = "geminiHistory"});
 
 /// The same accent for every tile of one service.
 Accent serviceAccent(const WidgetDefinition& definition) {
