@@ -16,7 +16,7 @@
 #include "base/BuildSettings.h"
 #include "base/DomainError.h"
 #include "config/DataDirectory.h"
-#include "dock/HandoverLock.h"
+#include "base/HandoverLock.h"
 #include "dock/NativeDockState.h"
 #include "platform/docks/SystemDockPreferences.h"
 

@@ -10,7 +10,7 @@
 
 #include "base/DurableFile.h"
 #include "config/DockLayout.h"
-#include "dock/HandoverLock.h"
+#include "base/HandoverLock.h"
 #include "dock/ports/DockGuard.h"
 #include "dock/ports/DockPreferenceAccess.h"
 

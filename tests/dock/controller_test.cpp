@@ -9,7 +9,7 @@
 
 #include "base/DomainError.h"
 #include "dock/DockContentContainer.h"
-#include "dock/HandoverLock.h"
+#include "base/HandoverLock.h"
 #include "handover/FakeDock.h"
 #include "store/AppStore.h"
 #include "store/NoDesktop.h"

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 
 #include "desktop/Program.h"
-#include "dock/HandoverLock.h"
+#include "base/HandoverLock.h"
 #include "dock/NativeDockState.h"
 #include "handover/Docks.h"
 #include "platform/docks/SystemDockPreferences.h"

@@ -10,7 +10,7 @@
 
 #include "app/InstanceSocket.h"
 #include "base/FileDescriptor.h"
-#include "dock/HandoverLock.h"
+#include "base/HandoverLock.h"
 #include "dock/NativeDockState.h"
 #include "dock/PropertyList.h"
 #include "handover/FakeDock.h"

@@ -9,8 +9,9 @@
 
 namespace tarnwick {
 
-/// Keeps the processes apart that change settings of the system's dock: held while a process reads, writes or removes a
-/// recovery file, or writes such a setting. See docs/handover.md.
+/// Keeps the processes apart that change what is not ours, such as settings of the system's dock or where windows are:
+/// held while a process reads, writes or removes a recovery file, or changes what that is about. An object belongs to
+/// one thread; two of one process keep each other out. See docs/handover.md.
 class HandoverLock {
  public:
   /// Holds the lock as long as it lives; several of one process count as one.

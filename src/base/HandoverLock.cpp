@@ -1,4 +1,4 @@
-#include "dock/HandoverLock.h"
+#include "base/HandoverLock.h"
 
 #include <QCoreApplication>
 #include <QDir>

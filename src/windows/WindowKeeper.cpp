@@ -1,0 +1,93 @@
+#include "windows/WindowKeeper.h"
+
+#include <algorithm>
+
+#include "base/DomainError.h"
+
+namespace tarnwick {
+
+WindowKeeper::WindowKeeper(WindowFrames& frames, WindowReservationJournal& journal, qint64 self, Now now)
+    : frames_(frames), journal_(journal), self_(self), now_(std::move(now)) {}
+
+QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
+  if (!frames_.capability()) return {};
+  const auto windows = frames_.all(kReservePatience);
+  if (!windows) return {};
+  const auto front = std::ranges::find(*windows, true, &WindowFrames::Window::active);
+  if (front == windows->end() || front->pid <= 0 || front->pid == self_) return {};
+  QString message = recoveryPending_ ? restore() : QString();
+  const int pid = front->pid;
+  const auto launch = frames_.launch(pid);
+  if (!launch) return message;
+  for (const WindowFrames::Window& window : *windows) {
+    if (window.pid != pid || window.number == 0 || window.minimised || window.maximised || window.fullscreen) continue;
+    QRectF frame = window.frame;
+    if (isGivenUp(window.number, frame)) continue;
+    for (const ReservedSpace& space : spaces) {
+      const auto clear = space.clear(frame);
+      if (!clear) continue;
+      const QRectF adjusted = frames_.accepted(window.number, *clear);
+      if (adjusted.isEmpty() || adjusted == frame) continue;
+      try {
+        journal_.prepare({pid, *launch, window.number, frame, adjusted});
+      } catch (const DomainError& failure) {
+        return tr("Could not preserve window recovery data: %1").arg(failure.message());
+      }
+      const auto before = frames_.frame(window.number, kReservePatience);
+      if (!before) break;
+      moved_[window.number] = {frame, now_(), false};
+      if (!move(window.number, adjusted, kReservePatience)) {
+        frames_.setFrame(window.number, *before, kReservePatience);
+        moved_[window.number].isGivenUp = true;
+        break;
+      }
+      frame = adjusted;
+    }
+  }
+  return message;
+}
+
+/// A window that goes back where it was by itself would be moved for ever.
+bool WindowKeeper::isGivenUp(quint32 number, const QRectF& frame) {
+  const auto moved = moved_.find(number);
+  if (moved == moved_.end() || !WindowReservation::near(moved->from, frame)) return false;
+  if (now_() - moved->when < kOwnWill) moved->isGivenUp = true;
+  return moved->isGivenUp;
+}
+
+bool WindowKeeper::move(quint32 number, const QRectF& to, std::chrono::milliseconds patience) {
+  if (!frames_.setFrame(number, to, patience)) return false;
+  const auto now = frames_.frame(number, patience);
+  return now && WindowReservation::near(*now, to);
+}
+
+QString WindowKeeper::restore() {
+  if (!frames_.capability()) return {};
+  recoveryPending_ = false;
+  moved_.clear();
+  try {
+    std::optional<QList<WindowFrames::Window>> windows;
+    if (!journal_.records().isEmpty()) windows = frames_.all(kRestorePatience);
+    journal_.recover(
+        [&](const WindowReservation& record) { return stateOf(record, windows); },
+        [this](const WindowReservation& record) { return move(record.number, record.original, kRestorePatience); });
+  } catch (const DomainError& failure) {
+    return tr("Window recovery will be retried: %1").arg(failure.message());
+  }
+  return {};
+}
+
+ReservationWindowState WindowKeeper::stateOf(const WindowReservation& record,
+                                             const std::optional<QList<WindowFrames::Window>>& windows) {
+  using Known = ReservationWindowState::Known;
+  if (frames_.launch(record.pid) != record.launch) return {Known::Gone, {}};
+  if (!windows) return {Known::Unavailable, {}};
+  const auto window = std::ranges::find_if(*windows, [&record](const WindowFrames::Window& each) {
+    return each.number == record.number && each.pid == record.pid;
+  });
+  // Of a process that lives: the list may lack it for a moment only.
+  if (window == windows->end()) return {Known::Unavailable, {}};
+  return {Known::Frame, window->frame};
+}
+
+}  // namespace tarnwick
