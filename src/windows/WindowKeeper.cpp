@@ -6,8 +6,9 @@
 
 namespace tarnwick {
 
-WindowKeeper::WindowKeeper(WindowFrames& frames, WindowReservationJournal& journal, qint64 self, Now now)
-    : frames_(frames), journal_(journal), self_(self), now_(std::move(now)) {}
+WindowKeeper::WindowKeeper(WindowFrames& frames, WindowReservationJournal& journal, LaunchOf launchOf, qint64 self,
+                           Now now)
+    : frames_(frames), journal_(journal), launchOf_(std::move(launchOf)), self_(self), now_(std::move(now)) {}
 
 QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
   if (!frames_.capability()) return {};
@@ -17,7 +18,7 @@ QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
   if (front == windows->end() || front->pid <= 0 || front->pid == self_) return {};
   QString message = recoveryPending_ ? restore() : QString();
   const int pid = front->pid;
-  const auto launch = frames_.launch(pid);
+  const auto launch = launchOf_(pid);
   if (!launch) return message;
   for (const WindowFrames::Window& window : *windows) {
     if (window.pid != pid || window.number == 0 || window.minimised || window.maximised || window.fullscreen) continue;
@@ -80,7 +81,7 @@ QString WindowKeeper::restore() {
 ReservationWindowState WindowKeeper::stateOf(const WindowReservation& record,
                                              const std::optional<QList<WindowFrames::Window>>& windows) {
   using Known = ReservationWindowState::Known;
-  if (frames_.launch(record.pid) != record.launch) return {Known::Gone, {}};
+  if (launchOf_(record.pid) != record.launch) return {Known::Gone, {}};
   if (!windows) return {Known::Unavailable, {}};
   const auto window = std::ranges::find_if(*windows, [&record](const WindowFrames::Window& each) {
     return each.number == record.number && each.pid == record.pid;

@@ -20,11 +20,13 @@ class WindowKeeper {
   static constexpr std::chrono::milliseconds kReservePatience{80};
   static constexpr std::chrono::milliseconds kRestorePatience{150};
 
+  /// When a process began, in hundredths of a second since 1970; absent where there is none.
+  using LaunchOf = std::function<std::optional<qint64>(int pid)>;
   /// A clock that never jumps.
   using Now = std::function<std::chrono::steady_clock::time_point()>;
 
   /// Both must outlive it. `self` is the process whose windows are never touched.
-  WindowKeeper(WindowFrames& frames, WindowReservationJournal& journal, qint64 self,
+  WindowKeeper(WindowFrames& frames, WindowReservationJournal& journal, LaunchOf launchOf, qint64 self,
                Now now = &std::chrono::steady_clock::now);
 
   /// Moves what is in the way of these docks. Returns what went wrong as a sentence, or an empty text.
@@ -49,6 +51,7 @@ class WindowKeeper {
 
   WindowFrames& frames_;
   WindowReservationJournal& journal_;
+  LaunchOf launchOf_;
   qint64 self_;
   Now now_;
   QHash<quint32, Moved> moved_;

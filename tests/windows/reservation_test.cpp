@@ -139,9 +139,6 @@ struct FakeFrames final : WindowFrames {
   std::optional<QList<Window>> all(std::chrono::milliseconds) override {
     return tells ? std::optional(list) : std::nullopt;
   }
-  std::optional<qint64> launch(int pid) override {
-    return launches.contains(pid) ? std::optional(launches.value(pid)) : std::nullopt;
-  }
   std::optional<QRectF> frame(quint32 number, std::chrono::milliseconds) override {
     const Window* found = window(number);
     return found ? std::optional(found->frame) : std::nullopt;
@@ -168,7 +165,6 @@ struct FakeFrames final : WindowFrames {
   int moves = 0;
   QList<Window> list;
   QHash<quint32, Will> wills;
-  QHash<int, qint64> launches{{kPid, kLaunch}};
 };
 
 class Keeper : public FolderTest {
@@ -181,11 +177,14 @@ class Keeper : public FolderTest {
   /// As after the end of the process: nothing is remembered but the file.
   void startAgain() {
     journal_ = std::make_unique<WindowReservationJournal>(folder_.path(), 0ms);
-    keeper_ = std::make_unique<WindowKeeper>(frames_, *journal_, 1, [this] { return now_; });
+    keeper_ = std::make_unique<WindowKeeper>(
+        frames_, *journal_, [this](int pid) { return pid == kPid ? std::optional(launch_) : std::nullopt; }, 1,
+        [this] { return now_; });
   }
   void SetUp() override { startAgain(); }
 
   FakeFrames frames_;
+  qint64 launch_ = kLaunch;
   std::chrono::steady_clock::time_point now_;
   std::unique_ptr<WindowReservationJournal> journal_;
   std::unique_ptr<WindowKeeper> keeper_;
@@ -209,7 +208,7 @@ TEST_F(Keeper, MovesWhatIsInFrontAndPutsItBack) {
   EXPECT_TRUE(journal_->records().isEmpty());
 
   keeper_->reserve(spaces_);
-  frames_.launches[kPid] = kLaunch + 1;
+  launch_ = kLaunch + 1;
   EXPECT_EQ(keeper_->restore(), QString());
   EXPECT_EQ(frame(1), clear_) << "of another process";
   EXPECT_TRUE(journal_->records().isEmpty());

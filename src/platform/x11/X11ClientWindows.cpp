@@ -23,7 +23,7 @@ X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens)
     }
   });
   connect(&events, &X11Events::windowPropertyChanged, this, [this](quint32 window, quint32 name) {
-    if (!known_.contains(window) || !X11WindowReader::reads(events_, name)) return;
+    if (!known_.contains(window) || !X11WindowReader::reads(events_.server(), name)) return;
     stale_.insert(window);
     refreshLater();
   });
@@ -115,7 +115,7 @@ void X11ClientWindows::refresh() {
     if (before.contains(window) && !stale.contains(window)) {
       known_[window] = before[window];
     } else {
-      readers.emplace_back(events_, window);
+      readers.emplace_back(events_.server(), window);
     }
   }
   for (X11WindowReader& reader : readers) {

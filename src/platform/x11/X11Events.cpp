@@ -156,18 +156,6 @@ void X11Events::watchMoves(xcb_window_t window, bool watched) const {
   xcb_discard_reply(connection_, cookie.sequence);  // It may be gone by now, which is no news.
 }
 
-void X11Events::askManager(xcb_window_t window, X11Atom request, const std::array<quint32, 5>& data) const {
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = window;
-  message.type = atom(request);
-  std::ranges::copy(data, message.data.data32);
-  xcb_send_event(connection_, 0, root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                 reinterpret_cast<const char*>(&message));
-  xcb_flush(connection_);
-}
-
 bool X11Events::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
   if (type != "xcb_generic_event_t") return false;
   const auto* event = static_cast<const xcb_generic_event_t*>(message);

@@ -12,6 +12,7 @@
 #include "platform/x11/X11Atoms.h"
 #include "platform/x11/X11MapRetry.h"
 #include "platform/x11/X11RawInput.h"
+#include "platform/x11/X11Server.h"
 
 namespace tarnwick {
 
@@ -43,7 +44,10 @@ class X11Events final : public QObject, public QAbstractNativeEventFilter {
   /// Whether `windowMoved` tells of a window of another program that is watched.
   void watchMoves(xcb_window_t window, bool watched) const;
   /// Asks the window manager for something about `window`.
-  void askManager(xcb_window_t window, X11Atom request, const std::array<quint32, 5>& data) const;
+  void askManager(xcb_window_t window, X11Atom request, const std::array<quint32, 5>& data) const {
+    server().askManager(window, request, data);
+  }
+  X11Server server() const { return {connection_, screen_->root, atoms_}; }
 
   /// Says whether `selectionOwnerChanged` is emitted for this selection.
   void watchSelection(X11Atom selection, bool watched) const;

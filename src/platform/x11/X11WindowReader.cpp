@@ -13,8 +13,8 @@ constexpr quint32 kUrgencyHint = 1 << 8;
 /// Wider is no frame and no shadow.
 constexpr quint32 kMostAround = 1000;
 
-PropertyRequest ask(const X11Events& events, xcb_window_t window, X11Atom name) {
-  return {events.connection(), window, events.atom(name)};
+PropertyRequest ask(const X11Server& server, xcb_window_t window, X11Atom name) {
+  return {server.connection(), window, server.atom(name)};
 }
 
 /// What a property with the widths of four sides says.
@@ -34,28 +34,28 @@ QString desktopFileId(const QString& text) {
 
 }  // namespace
 
-X11WindowReader::X11WindowReader(const X11Events& events, xcb_window_t window)
-    : events_(&events),
+X11WindowReader::X11WindowReader(const X11Server& server, xcb_window_t window)
+    : server_(server),
       window_(window),
-      visibleName_(ask(events, window, X11Atom::NetWmName)),
-      name_(ask(events, window, X11Atom::WmName)),
-      class_(ask(events, window, X11Atom::WmClass)),
-      pid_(ask(events, window, X11Atom::NetWmPid)),
-      machine_(ask(events, window, X11Atom::WmClientMachine)),
-      states_(ask(events, window, X11Atom::NetWmState)),
-      types_(ask(events, window, X11Atom::NetWmWindowType)),
-      gtkId_(ask(events, window, X11Atom::GtkApplicationId)),
-      kdeFile_(ask(events, window, X11Atom::KdeDesktopFile)),
-      bamfFile_(ask(events, window, X11Atom::BamfDesktopFile)),
-      desktop_(ask(events, window, X11Atom::NetWmDesktop)),
-      hints_(events.connection(), window, XCB_ATOM_WM_HINTS),
-      decoration_(ask(events, window, X11Atom::NetFrameExtents)),
-      shadow_(ask(events, window, X11Atom::GtkFrameExtents)),
-      geometry_(xcb_get_geometry(events.connection(), window)),
-      place_(xcb_translate_coordinates(events.connection(), window, events.root(), 0, 0)) {}
+      visibleName_(ask(server, window, X11Atom::NetWmName)),
+      name_(ask(server, window, X11Atom::WmName)),
+      class_(ask(server, window, X11Atom::WmClass)),
+      pid_(ask(server, window, X11Atom::NetWmPid)),
+      machine_(ask(server, window, X11Atom::WmClientMachine)),
+      states_(ask(server, window, X11Atom::NetWmState)),
+      types_(ask(server, window, X11Atom::NetWmWindowType)),
+      gtkId_(ask(server, window, X11Atom::GtkApplicationId)),
+      kdeFile_(ask(server, window, X11Atom::KdeDesktopFile)),
+      bamfFile_(ask(server, window, X11Atom::BamfDesktopFile)),
+      desktop_(ask(server, window, X11Atom::NetWmDesktop)),
+      hints_(server.connection(), window, XCB_ATOM_WM_HINTS),
+      decoration_(ask(server, window, X11Atom::NetFrameExtents)),
+      shadow_(ask(server, window, X11Atom::GtkFrameExtents)),
+      geometry_(xcb_get_geometry(server.connection(), window)),
+      place_(xcb_translate_coordinates(server.connection(), window, server.root(), 0, 0)) {}
 
 X11WindowReader::X11WindowReader(X11WindowReader&& other) noexcept
-    : events_(other.events_),
+    : server_(other.server_),
       window_(other.window_),
       visibleName_(std::move(other.visibleName_)),
       name_(std::move(other.name_)),
@@ -77,18 +77,18 @@ X11WindowReader::X11WindowReader(X11WindowReader&& other) noexcept
 
 X11WindowReader::~X11WindowReader() {
   if (!isPending_) return;
-  xcb_discard_reply(events_->connection(), geometry_.sequence);
-  xcb_discard_reply(events_->connection(), place_.sequence);
+  xcb_discard_reply(server_.connection(), geometry_.sequence);
+  xcb_discard_reply(server_.connection(), place_.sequence);
 }
 
-bool X11WindowReader::reads(const X11Events& events, xcb_atom_t property) {
+bool X11WindowReader::reads(const X11Server& server, xcb_atom_t property) {
   constexpr X11Atom kRead[] = {X11Atom::NetWmName,       X11Atom::WmName,           X11Atom::WmClass,
                                X11Atom::NetWmPid,        X11Atom::WmClientMachine,  X11Atom::NetWmState,
                                X11Atom::NetWmWindowType, X11Atom::GtkApplicationId, X11Atom::KdeDesktopFile,
                                X11Atom::BamfDesktopFile, X11Atom::NetWmDesktop,     X11Atom::NetFrameExtents,
                                X11Atom::GtkFrameExtents};
   return property == XCB_ATOM_WM_HINTS ||
-         std::ranges::any_of(kRead, [&](X11Atom name) { return events.atom(name) == property; });
+         std::ranges::any_of(kRead, [&](X11Atom name) { return server.atom(name) == property; });
 }
 
 X11WindowReader::Answer X11WindowReader::read() {
@@ -101,13 +101,13 @@ X11WindowReader::Answer X11WindowReader::read() {
   readClass(window);
   window.pid = localPid();
   const QList<quint32> states = states_.words();
-  const auto has = [&](X11Atom state) { return states.contains(events_->atom(state)); };
+  const auto has = [&](X11Atom state) { return states.contains(server_.atom(state)); };
   window.inTaskbar = isListed(states);
   window.minimised = has(X11Atom::NetWmStateHidden) && !has(X11Atom::NetWmStateShaded);
   window.maximised = has(X11Atom::NetWmStateMaximizedVert) && has(X11Atom::NetWmStateMaximizedHorz);
   window.fullscreen = has(X11Atom::NetWmStateFullscreen);
-  window.dock = types_.word(XCB_ATOM_NONE) == events_->atom(X11Atom::NetWmWindowTypeDock);
-  window.desktop = types_.word(XCB_ATOM_NONE) == events_->atom(X11Atom::NetWmWindowTypeDesktop);
+  window.dock = types_.word(XCB_ATOM_NONE) == server_.atom(X11Atom::NetWmWindowTypeDock);
+  window.desktop = types_.word(XCB_ATOM_NONE) == server_.atom(X11Atom::NetWmWindowTypeDesktop);
   window.urgent = (hints_.word() & kUrgencyHint) != 0 || has(X11Atom::NetWmStateDemandsAttention);
   answer.frame = frame();
   answer.outline = answer.frame.marginsAdded(sides(decoration_)).marginsRemoved(sides(shadow_));
@@ -141,20 +141,20 @@ qint64 X11WindowReader::localPid() {
 }
 
 bool X11WindowReader::isListed(const QList<quint32>& states) {
-  if (states.contains(events_->atom(X11Atom::NetWmStateSkipTaskbar))) return false;
+  if (states.contains(server_.atom(X11Atom::NetWmStateSkipTaskbar))) return false;
   const quint32 type = types_.word(XCB_ATOM_NONE);
   if (type == XCB_ATOM_NONE) return true;
   constexpr X11Atom kUnlisted[] = {X11Atom::NetWmWindowTypeDock,        X11Atom::NetWmWindowTypeDesktop,
                                    X11Atom::NetWmWindowTypeToolbar,     X11Atom::NetWmWindowTypeMenu,
                                    X11Atom::NetWmWindowTypeUtility,     X11Atom::NetWmWindowTypeSplash,
                                    X11Atom::NetWmWindowTypeNotification};
-  return std::ranges::none_of(kUnlisted, [&](X11Atom name) { return events_->atom(name) == type; });
+  return std::ranges::none_of(kUnlisted, [&](X11Atom name) { return server_.atom(name) == type; });
 }
 
 QRect X11WindowReader::frame() {
   isPending_ = false;
-  const XcbReply size(xcb_get_geometry_reply(events_->connection(), geometry_, nullptr));
-  const XcbReply place(xcb_translate_coordinates_reply(events_->connection(), place_, nullptr));
+  const XcbReply size(xcb_get_geometry_reply(server_.connection(), geometry_, nullptr));
+  const XcbReply place(xcb_translate_coordinates_reply(server_.connection(), place_, nullptr));
   return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
 }
 

@@ -5,13 +5,13 @@
 #include <QRect>
 
 #include "desktop/ClientWindows.h"
-#include "platform/x11/X11Events.h"
 #include "platform/x11/X11Properties.h"
+#include "platform/x11/X11Server.h"
 
 namespace tarnwick {
 
 /// Requests all properties of a window when made, reads the answers when asked to: with one reader for each
-/// of many windows, all made first, the whole costs one round trip. The events must outlive it.
+/// of many windows, all made first, the whole costs one round trip. What the server borrows must outlive it.
 class X11WindowReader {
  public:
   struct Answer {
@@ -21,7 +21,7 @@ class X11WindowReader {
     quint32 desktop = 0;  ///< Of the window manager's; all bits set for a window on all of them.
   };
 
-  X11WindowReader(const X11Events& events, xcb_window_t window);
+  X11WindowReader(const X11Server& server, xcb_window_t window);
   X11WindowReader(X11WindowReader&& other) noexcept;
   X11WindowReader& operator=(X11WindowReader&&) = delete;
   ~X11WindowReader();
@@ -29,7 +29,7 @@ class X11WindowReader {
   xcb_window_t window() const { return window_; }
   Answer read();
   /// Whether a change of this property changes the answer.
-  static bool reads(const X11Events& events, xcb_atom_t property);
+  static bool reads(const X11Server& server, xcb_atom_t property);
 
  private:
   QString applicationId(const QString& className);
@@ -38,7 +38,7 @@ class X11WindowReader {
   bool isListed(const QList<quint32>& states);
   QRect frame();
 
-  const X11Events* events_;
+  X11Server server_;
   xcb_window_t window_;
   PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_, desktop_,
       hints_, decoration_, shadow_;

@@ -30,8 +30,6 @@ class WindowFrames {
   virtual Capability capability() = 0;
   /// Absent where this cannot be told now.
   virtual std::optional<QList<Window>> all(std::chrono::milliseconds patience) = 0;
-  /// When a process of this user began, in hundredths of a second since 1970; absent where there is none.
-  virtual std::optional<qint64> launch(int pid) = 0;
   /// Absent where the window is gone or this cannot be told.
   virtual std::optional<QRectF> frame(quint32 number, std::chrono::milliseconds patience) = 0;
   /// The largest frame within the wanted one that the window accepts: one that grows by whole letters, say. Empty where

@@ -1,0 +1,212 @@
+#include "platform/x11/X11WindowFrames.h"
+
+#include <poll.h>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "platform/x11/X11Properties.h"
+#include "platform/x11/X11WindowReader.h"
+
+namespace tarnwick {
+namespace {
+
+struct X11WindowFramesWords {
+  Q_DECLARE_TR_FUNCTIONS(X11WindowFrames)
+};
+
+// Of _NET_MOVERESIZE_WINDOW: the place is that of the window itself, all four values count, a tool asks.
+constexpr quint32 kStaticGravity = 10;
+constexpr quint32 kAllOfFrame = 0xF << 8;
+constexpr quint32 kFromPager = 2 << 12;
+/// The server has no larger windows.
+constexpr double kMostPixels = 32'767;
+
+/// What a program says of the sizes that its window may have, in the order of WM_NORMAL_HINTS.
+struct SizeHints {
+  static constexpr quint32 kHasLeast = 1 << 4;
+  static constexpr quint32 kHasSteps = 1 << 6;
+  static constexpr quint32 kHasBase = 1 << 8;
+  static constexpr qsizetype kWords = 17;
+
+  QSize least;
+  QSize base;
+  QSize step{1, 1};
+
+  static SizeHints of(PropertyRequest& property) {
+    SizeHints hints;
+    const QList<quint32> words = property.words();
+    if (words.size() < kWords) return hints;
+    const auto size = [&words](qsizetype at) {
+      const auto side = [](quint32 word) { return static_cast<int>(std::min<quint32>(word, kMostPixels)); };
+      return QSize(side(words[at]), side(words[at + 1]));
+    };
+    const quint32 flags = words[0];
+    if (flags & kHasLeast) hints.least = hints.base = size(5);
+    if (flags & kHasSteps) hints.step = size(9).expandedTo({1, 1});
+    if (flags & kHasBase) hints.base = size(15);
+    if (!(flags & kHasLeast)) hints.least = hints.base;
+    return hints;
+  }
+  /// The largest size of that window that is no larger.
+  QSize within(const QSize& size) const {
+    const auto side = [](int wanted, int from, int by) {
+      return wanted < from ? wanted : wanted - (wanted - from) % by;
+    };
+    return {side(size.width(), base.width(), step.width()), side(size.height(), base.height(), step.height())};
+  }
+};
+
+bool isNear(const QRect& a, const QRect& b) {
+  return std::abs(a.x() - b.x()) < 2 && std::abs(a.y() - b.y()) < 2 && std::abs(a.width() - b.width()) < 2 &&
+         std::abs(a.height() - b.height()) < 2;
+}
+
+}  // namespace
+
+class X11WindowFrames::Connection {
+ public:
+  using Opened = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+
+  /// Null where there is no server.
+  static std::unique_ptr<Connection> open() {
+    int number = 0;
+    Opened opened(xcb_connect(nullptr, &number), &xcb_disconnect);
+    if (xcb_connection_has_error(opened.get()) != 0) return nullptr;
+    auto screen = xcb_setup_roots_iterator(xcb_get_setup(opened.get()));
+    for (; screen.rem > 1 && number > 0; --number) xcb_screen_next(&screen);
+    return std::unique_ptr<Connection>(new Connection(std::move(opened), number, screen.data->root));
+  }
+
+  bool isBroken() const { return xcb_connection_has_error(opened_.get()) != 0; }
+  const X11Server& server() const { return server_; }
+  PropertyRequest ofRoot(X11Atom name) const { return {opened_.get(), server_.root(), server_.atom(name)}; }
+  PropertyRequest of(xcb_window_t window, X11Atom name) const { return {opened_.get(), window, server_.atom(name)}; }
+
+  /// Absent for a window that is gone.
+  std::optional<X11WindowReader::Answer> read(xcb_window_t window) const {
+    const X11WindowReader::Answer answer = X11WindowReader(server_, window).read();
+    return answer.frame.isEmpty() ? std::nullopt : std::optional(answer);
+  }
+
+  void follow(xcb_window_t window, bool followed) const {
+    const quint32 events = followed ? XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
+    const auto cookie = xcb_change_window_attributes_checked(opened_.get(), window, XCB_CW_EVENT_MASK, &events);
+    xcb_discard_reply(opened_.get(), cookie.sequence);
+  }
+  /// Waits for any event. False where none came in time.
+  bool wait(const QDeadlineTimer& end) const {
+    bool came = false;
+    while (const XcbReply event{xcb_poll_for_event(opened_.get())}) came = true;
+    if (came) return true;
+    pollfd waiting{xcb_get_file_descriptor(opened_.get()), POLLIN, 0};
+    xcb_flush(opened_.get());
+    return ::poll(&waiting, 1, static_cast<int>(end.remainingTime())) > 0 && !isBroken();
+  }
+
+ private:
+  Connection(Opened opened, int number, xcb_window_t root)
+      : opened_(std::move(opened)), atoms_(opened_.get(), number), server_(opened_.get(), root, atoms_) {}
+
+  Opened opened_;
+  X11Atoms atoms_;
+  X11Server server_;
+};
+
+X11WindowFrames::X11WindowFrames() = default;
+X11WindowFrames::~X11WindowFrames() = default;
+
+X11WindowFrames::Connection* X11WindowFrames::connection() {
+  if (connection_ && connection_->isBroken()) connection_.reset();
+  if (!connection_) connection_ = Connection::open();
+  return connection_.get();
+}
+
+Capability X11WindowFrames::capability() {
+  Connection* const server = connection();
+  if (!server) return Capability::no(X11WindowFramesWords::tr("No X11 display is available."));
+  const QList<quint32> supported = server->ofRoot(X11Atom::NetSupported).words();
+  const auto can = [&](X11Atom name) { return supported.contains(server->server().atom(name)); };
+  if (can(X11Atom::NetMoveresizeWindow) && can(X11Atom::NetActiveWindow)) return Capability::yes();
+  return Capability::no(X11WindowFramesWords::tr("This window manager does not let programs move windows."));
+}
+
+std::optional<QList<WindowFrames::Window>> X11WindowFrames::all(std::chrono::milliseconds) {
+  Connection* const server = connection();
+  if (!server) return std::nullopt;
+  PropertyRequest list = server->ofRoot(X11Atom::NetClientList);
+  PropertyRequest front = server->ofRoot(X11Atom::NetActiveWindow);
+  std::vector<X11WindowReader> readers;
+  for (const xcb_window_t window : list.words()) readers.emplace_back(server->server(), window);
+  const xcb_window_t active = front.word();
+  QList<Window> windows;
+  for (X11WindowReader& reader : readers) {
+    const auto [window, frame, outline, desktop] = reader.read();
+    if (frame.isEmpty() || window.dock || window.desktop) continue;
+    windows.append({reader.window(), static_cast<int>(window.pid), outline, reader.window() == active, window.minimised,
+                    window.maximised, window.fullscreen});
+  }
+  if (server->isBroken()) return std::nullopt;
+  return windows;
+}
+
+std::optional<QRectF> X11WindowFrames::frame(quint32 number, std::chrono::milliseconds) {
+  Connection* const server = connection();
+  const auto answer = server ? server->read(number) : std::nullopt;
+  return answer ? std::optional<QRectF>(answer->outline) : std::nullopt;
+}
+
+QRectF X11WindowFrames::accepted(quint32 number, const QRectF& wanted) {
+  Connection* const server = connection();
+  if (!server) return {};
+  PropertyRequest normal = server->of(number, X11Atom::WmNormalHints);
+  const auto now = server->read(number);
+  if (!now) return {};
+  const QSize around = now->outline.size() - now->frame.size();
+  const QSize size = wanted.toRect().size();
+  const SizeHints hints = SizeHints::of(normal);
+  const QSize inside = size == now->outline.size() ? now->frame.size() : hints.within(size - around);
+  if (inside.width() < hints.least.width() || inside.height() < hints.least.height()) return {};
+  return QRect(wanted.toRect().topLeft(), inside + around);
+}
+
+/// Asks for the inner rectangle and waits until the outer one is near the wanted, and no longer as before. Where the
+/// window is then; empty once it is gone.
+QRect X11WindowFrames::moved(const Connection& server, quint32 number, const QRect& before, const QRect& inside,
+                             const QRect& wanted, const QDeadlineTimer& end) {
+  const auto word = [](int value) { return static_cast<quint32>(value); };
+  server.server().askManager(number, X11Atom::NetMoveresizeWindow,
+                             {kStaticGravity | kAllOfFrame | kFromPager, word(inside.x()), word(inside.y()),
+                              word(inside.width()), word(inside.height())});
+  for (;;) {
+    const auto now = server.read(number);
+    if (!now) return {};
+    const bool isSettled = now->outline != before && isNear(now->outline, wanted);
+    if (now->outline == wanted || isSettled || end.hasExpired() || !server.wait(end)) return now->outline;
+  }
+}
+
+bool X11WindowFrames::setFrame(quint32 number, const QRectF& frame, std::chrono::milliseconds patience) {
+  Connection* const server = connection();
+  const bool isPossible = std::abs(frame.x()) < kMostPixels && std::abs(frame.y()) < kMostPixels &&
+                          frame.width() < kMostPixels && frame.height() < kMostPixels;
+  const auto before = server && isPossible ? server->read(number) : std::nullopt;
+  if (!before) return false;
+  const QRect wanted = frame.toRect();
+  const QRect inside(wanted.topLeft() + before->frame.topLeft() - before->outline.topLeft(),
+                     wanted.size() - (before->outline.size() - before->frame.size()));
+  if (inside.isEmpty()) return false;
+  server->follow(number, true);
+  const QDeadlineTimer end(patience);
+  QRect there = moved(*server, number, before->outline, inside, wanted, end);
+  // Some managers count the border that a program wants around its window, and put it a pixel aside.
+  if (isNear(there, wanted) && there != wanted)
+    there = moved(*server, number, there, inside.translated(wanted.topLeft() - there.topLeft()), wanted, end);
+  if (!server->isBroken()) server->follow(number, false);
+  return isNear(there, wanted);
+}
+
+}  // namespace tarnwick
