@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 
 #include "app/Autostart.h"
+#include "app/MovedWindows.h"
 #include "app/NearbySender.h"
 #include "apps/AppIcons.h"
 #include "apps/AppLaunch.h"
@@ -39,6 +40,7 @@
 #include "platform/linux/LinuxSystemCounters.h"
 #include "platform/linux/PowerSupplies.h"
 #include "platform/linux/ProcessCommandLine.h"
+#include "platform/linux/ProcessLaunch.h"
 #include "platform/linux/ReapedChild.h"
 #include "platform/linux/SensorTemperatures.h"
 #include "platform/net/LoadedTransport.h"
@@ -85,6 +87,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       clipboard_(keep(std::make_unique<ClipboardKeeper>(services_, dataDirectory, &programOf))),
       keychain_(std::make_shared<SecretServiceStore>(QDBusConnection::sessionBus()), dataDirectory),
       tokens_(keychain_),
+      guardian_(keep(std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath(), scheduler_))),
       network_{.scheduler = &scheduler_, .certificates = certificates},
       addresses_(addresses),
       web_(std::make_shared<WebSession>(std::make_shared<LoadedTransport>(network_), keychain_, tokens_, scheduler_)),
@@ -191,8 +194,20 @@ StoreSetup Adapters::storeSetup() {
           .remote = connections_.values(),
           .credentials = keep(std::make_unique<WidgetCredentials>(keychain_)),
           .clipboard = clipboard_.history(),
-          .reservations = facilities_.reservations,
+          .reservations = keep(std::make_unique<ReservationService>(reservationSetup())),
           .clients = readings_.beatClients() << &clipboard_.beatClient() << &claudeActivity_};
+}
+
+ReservationService::Setup Adapters::reservationSetup() {
+  return {.scheduler = scheduler_,
+          .windows = services_.windows,
+          .directory = dataDirectory_,
+          .frames = &makeWindowFrames,
+          .launchOf = &processLaunch,
+          .inPixels = windowSystem_.inPixels,
+          .guard = [this](bool standsBy) {
+            standsBy ? guardian_.watchWindows(dataDirectory_) : guardian_.releaseWindows();
+          }};
 }
 
 DelegateSetup Adapters::delegateSetup() {
@@ -207,7 +222,7 @@ DelegateSetup Adapters::delegateSetup() {
   services_.opener.setTrusted(&trusted);
   return {
       .preferences = keep(std::make_unique<SystemDockPreferences>(dataDirectory_)),
-      .guard = keep(std::make_unique<GuardianProcess>(QCoreApplication::applicationFilePath(), scheduler_)),
+      .guard = guardian_,
       .application = session_,
       .socket = keep(std::make_unique<SocketSession>(dataDirectory_)),
       .readings = readings_,

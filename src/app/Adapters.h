@@ -9,11 +9,13 @@
 #include "app/SocketSession.h"
 #include "app/WindowSystem.h"
 #include "apps/LaunchEnvironment.h"
+#include "platform/docks/GuardianProcess.h"
 #include "platform/net/NetworkModule.h"
 #include "services/BaseAddresses.h"
 #include "services/LiveConnections.h"
 #include "store/Services.h"
 #include "store/StoreSetup.h"
+#include "windows/ReservationService.h"
 
 namespace tarnwick {
 
@@ -47,6 +49,7 @@ class Adapters {
   LiveConnections::Setup connectionsSetup();
   WidgetLoader::Readers localReaders();
   ReadingPorts readingPorts();
+  ReservationService::Setup reservationSetup();
 
   Scheduler& scheduler_;
   LaunchEnvironment environment_;
@@ -57,6 +60,7 @@ class Adapters {
   ClipboardKeeper& clipboard_;
   const Keychain keychain_;
   const OAuthTokens tokens_;
+  GuardianProcess& guardian_;
   const NetworkSetup network_;
   const BaseAddresses addresses_;
   const std::shared_ptr<ServiceSession> web_;  ///< By which services on the net are asked.
@@ -64,7 +68,6 @@ class Adapters {
   LiveConnections& connections_;
   Readings& readings_;
   SessionApplication& session_;
-  NoFacilities facilities_;  ///< What this build has not.
 };
 
 }  // namespace tarnwick

@@ -154,9 +154,11 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
     line.path = *path;
     return line;
   }
-  if (arguments.contains("--restore-dock"_L1)) {
-    line.mode = Mode::RestoreDock;
-    line.argument = u"--restore-dock"_s;
+  for (const auto& [name, mode] :
+       {std::pair{"--restore-dock"_L1, Mode::RestoreDock}, std::pair{"--restore-windows"_L1, Mode::RestoreWindows}}) {
+    if (!arguments.contains(name)) continue;
+    line.mode = mode;
+    line.argument = name;
     line.directory = after(arguments, "--restore-dock-directory"_L1);
     return line;
   }

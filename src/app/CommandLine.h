@@ -15,6 +15,7 @@ enum class Mode {
   CommandBarLatency,
   WriteFixtureConfig,
   RestoreDock,
+  RestoreWindows,
   Benchmark,
   Help,
   Version,
@@ -35,7 +36,7 @@ struct CommandLine {
   Mode mode = Mode::Run;
   QString argument;                  ///< The switch that decided, as it was typed.
   QString path;                      ///< WriteFixtureConfig: the file to write.
-  std::optional<QString> directory;  ///< RestoreDock: another data directory than the default.
+  std::optional<QString> directory;  ///< RestoreDock, RestoreWindows: another data directory than the default.
   std::optional<int> iterations;     ///< CommandBarLatency: how often each query is run; never below 0.
   std::optional<Order> order;        ///< Run: what to do once the dock runs.
   QStringList files;                 ///< Run: what was handed over to be opened.

@@ -14,6 +14,7 @@
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/FixtureConfig.h"
+#include "app/MovedWindows.h"
 #include "app/Orders.h"
 #include "app/RestoreDock.h"
 #include "app/SingleInstance.h"
@@ -201,6 +202,8 @@ int runProgram(int argc, char** argv) {
         return writeFixtureConfig(line.path);
       case Mode::RestoreDock:
         return restoreDockAndExit(argc, argv, line.directory);
+      case Mode::RestoreWindows:
+        return restoreWindowsAndExit(argc, argv, line.directory);
       case Mode::Snapshot:
         return runSnapshot(argumentsOf(argc, argv));
       case Mode::ClaudeHook:

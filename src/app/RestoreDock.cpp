@@ -13,10 +13,11 @@
 #include <thread>
 
 #include "app/InstanceSocket.h"
+#include "app/MovedWindows.h"
 #include "base/BuildSettings.h"
 #include "base/DomainError.h"
-#include "config/DataDirectory.h"
 #include "base/HandoverLock.h"
+#include "config/DataDirectory.h"
 #include "dock/NativeDockState.h"
 #include "platform/docks/SystemDockPreferences.h"
 
@@ -130,6 +131,8 @@ int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& dire
   const QString folder = directory.value_or(defaultStorageDirectory(BuildSettings::besideProgram()));
   RestoreDock::Terms terms;
   if (inherited >= 0) terms.guardedFile = guardedFile(folder);
+  // First, and in any case: they wait for nobody.
+  putWindowsBack(folder);
   const auto say = [](const QString& line) { std::printf("%s\n", qUtf8Printable(line)); };
   const QDeadlineTimer end(kLongestRepair);
   for (auto pause = kFirstPause;; pause = std::min(pause * 2, kLongestPause)) {

@@ -77,6 +77,11 @@ WindowSystem makeX11(Scheduler& scheduler) {
   system.modifiers = edges ? std::make_unique<X11HeldModifiers>(*events) : noModifiers();
   // Nor does it see what is copied in windows that are not of X11.
   system.pasteboard = edges ? std::unique_ptr<Pasteboard>(std::make_unique<X11Pasteboard>(scheduler)) : noPasteboard();
+  system.inPixels = [known = screens.get()](const ReservingDock& dock) {
+    const auto native = known->native(dock.screen.id);
+    if (!native) return ReservedSpace();
+    return ReservedSpace{native->toRoot(dock.frame), native->toRoot(dock.screen.usable), native->scale};
+  };
   system.screens = std::move(screens);
   system.connection = std::move(events);
   return system;
@@ -109,6 +114,7 @@ WindowSystem makeWayland(Scheduler& scheduler) {
   system.activationToken = [known = session.get()](const QString& application) {
     return WaylandActivation::token(*known, application);
   };
+  system.inPixels = [](const ReservingDock& dock) { return ReservedSpace{dock.frame, dock.screen.usable, 1}; };
   system.screens = std::move(screens);
   system.connection = std::move(session);
   return system;

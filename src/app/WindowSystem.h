@@ -13,6 +13,8 @@
 #include "desktop/Panels.h"
 #include "desktop/Screens.h"
 #include "desktop/Zones.h"
+#include "facilities/StoreCalls.h"
+#include "windows/ReservedSpace.h"
 
 namespace tarnwick {
 
@@ -29,6 +31,8 @@ struct WindowSystem {
   std::unique_ptr<Pasteboard> pasteboard;
   /// The permission with which a started application's window may come to the front; left empty where none is needed.
   std::function<QString(const QString& application)> activationToken;
+  /// A dock as the window system's own pixels have it.
+  std::function<ReservedSpace(const ReservingDock& dock)> inPixels;
   bool framesWindows = true;  ///< Whether it puts a frame with a title around a program's windows.
 
   WindowSystem() = default;

@@ -377,12 +377,16 @@ void DockController::applyShape(Dock& dock) {
 
 void DockController::reserveSpace(Dock& dock) {
   const DockConfiguration& config = settings();
-  const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
   const bool top = standsOnTop(config);
   const QRectF glass = restingGlass(dock);
   const double inner = top ? glass.bottom() - dock.screen.frame.top() : dock.screen.frame.bottom() - glass.top();
-  const bool reserves = owns && config.desktopOptions().reserveSpace && mayShow_ && !manuallyHidden_;
-  dock.panel->reserve(top ? Edge::Top : Edge::Bottom, reserves ? qCeil(inner) : 0);
+  dock.panel->reserve(top ? Edge::Top : Edge::Bottom, reserves(dock) ? qCeil(inner) : 0);
+}
+
+bool DockController::reserves(const Dock& dock) const {
+  const DockConfiguration& config = settings();
+  const bool owns = config.layout == DockLayout::Fixed || config.layout == DockLayout::Replace;
+  return owns && config.desktopOptions().reserveSpace && mayShow_ && !manuallyHidden_ && !dock.frame.isEmpty();
 }
 
 /// In desktop coordinates, wherever it is seen now.

@@ -151,6 +151,7 @@ class DockController : public QObject {
   void place(Dock& dock);
   void applyShape(Dock& dock);
   void reserveSpace(Dock& dock);
+  bool reserves(const Dock& dock) const;
   static QRectF restingGlass(const Dock& dock);
   /// Puts the slot where the glass in it belongs, once its content has reported how wide that is. False if it is there.
   bool standClear(Dock& dock);
@@ -163,6 +164,7 @@ class DockController : public QObject {
   QRectF systemDockAt(const Dock& dock) const;
   bool systemDockMoved() const;
   void platformStateChanged();
+  void keepWindowsClear();
   bool isCovered(const Screen& screen) const;
   QList<QRectF> fullscreenFrames() const;
   bool isUnderFullscreen(const Dock& dock) const;

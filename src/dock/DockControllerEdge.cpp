@@ -208,6 +208,15 @@ void DockController::platformStateChanged() {
     return (!dock.covered && isFree(dock) != dock.visibility.free) || (dock.peep && isUnderFullscreen(dock));
   });
   if (std::exchange(fullscreen_, frames) != frames || moved || isOtherwise) checkEdge();
+  keepWindowsClear();
+}
+
+/// Loose windows: what is maximised or comes new the window manager keeps clear by itself.
+void DockController::keepWindowsClear() {
+  QList<ReservingDock> reserving;
+  for (const auto& [id, dock] : docks_)
+    if (reserves(dock)) reserving.append({restingGlass(dock), dock.screen});
+  if (!reserving.isEmpty()) store_.reserve(reserving);
 }
 
 /// Without the delay: who presses at the edge has come for the dock.

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QList>
+#include <QRectF>
 #include <QString>
 #include <QStringList>
 #include <QUuid>
 #include <functional>
 
 #include "config/DockWidget.h"
+#include "desktop/Screens.h"
 #include "facilities/BeatClient.h"
 
 /// What operations of the store ask of a facility, beside its beat. What a build has not is one of `NoFacilities`. All
@@ -57,12 +59,27 @@ class ClipboardMigration {
   virtual bool migrate(const QStringList& texts) = 0;
 };
 
-/// Other programs' windows that were moved out of the dock's way.
+/// A dock that other windows are kept clear of.
+struct ReservingDock {
+  QRectF frame;  ///< In desktop coordinates.
+  Screen screen;
+
+  bool operator==(const ReservingDock&) const = default;
+};
+
+/// Other programs' windows that are moved out of the dock's way.
 class WindowReservations {
  public:
   virtual ~WindowReservations() = default;
-  /// Puts back what was moved, by this run or by one that crashed. `journal` is the recovery file's path.
-  virtual void restore(const QString& journal) = 0;
+  /// Moves windows of the app in front beside these docks, soon. Called whenever a window changed.
+  virtual void reserve(const QList<ReservingDock>& docks) = 0;
+  /// Puts back what was moved, by this run or by one that crashed. It is done in time.
+  virtual void restore() = 0;
+  /// Waits until what was asked for is done.
+  virtual void finish() {}
+
+  /// What went wrong, as a sentence for the user; may be empty. Called later, from the event loop.
+  std::function<void(const QString& message)> failed;
 };
 
 }  // namespace tarnwick

@@ -1,8 +1,9 @@
 // tarnwick-guardian PROGRAM DIRECTORY
 //
 // Waits on its standard input while the program has something of the user's changed. One byte means that everything has
-// been given back. An end without it means that the program died: if the recovery file is still the one that is open as
-// descriptor 3, PROGRAM is run to give it back, and gets that descriptor.
+// been given back. An end without it means that the program died: if the recovery file of the system's dock is still
+// the one that is open as descriptor 3, PROGRAM is run to give it back, and gets that descriptor; else it is run only
+// to put windows back, if some were moved.
 
 #include <fcntl.h>
 #include <signal.h>
@@ -36,6 +37,18 @@ bool stillStands(const char* path) {
          given.st_ino == named.st_ino;
 }
 
+/// Whether the journal of moved windows holds any: an empty list has two bytes.
+bool windowsWereMoved(const char* path) {
+  struct stat journal {};
+  return ::stat(path, &journal) == 0 && journal.st_size > 2;
+}
+
+/// A file of the directory; false where the name is too long.
+bool join(char (&path)[4096], const char* directory, const char* name) {
+  const int length = ::snprintf(path, sizeof path, "%s/%s", directory, name);
+  return length >= 0 && static_cast<size_t>(length) < sizeof path;
+}
+
 bool endsWithAWord() {
   for (;;) {
     char byte = 0;
@@ -57,17 +70,21 @@ int main(int argc, char** argv) {
   if (::chdir("/") != 0) return 2;
 
   char file[4096];
-  const int length = ::snprintf(file, sizeof file, "%s/native-dock-recovery.plist", argv[2]);
-  if (length < 0 || static_cast<size_t>(length) >= sizeof file) return 2;
+  char journal[4096];
+  if (!join(file, argv[2], "native-dock-recovery.plist") || !join(journal, argv[2], "window-recovery.json")) return 2;
   if (endsWithAWord()) return 0;
-  // Another start has repaired it in the meantime, and may have changed it anew. The repair looks again, under the lock.
-  if (!stillStands(file)) return 0;
+  // Another start has repaired it in the meantime, and may have changed it anew. The repair looks again, under the
+  // lock.
+  const bool isDockChanged = stillStands(file);
+  if (!isDockChanged && !windowsWereMoved(journal)) return 0;
+  if (!isDockChanged) ::close(kFile);
 
   disposeSignals(SIG_DFL);
   sigset_t none;
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
   toNowhere(STDIN_FILENO, nowhere);
-  ::execl(argv[1], argv[1], "--restore-dock", "--restore-dock-directory", argv[2], static_cast<char*>(nullptr));
+  ::execl(argv[1], argv[1], isDockChanged ? "--restore-dock" : "--restore-windows", "--restore-dock-directory", argv[2],
+          static_cast<char*>(nullptr));
   return 127;
 }

@@ -98,6 +98,7 @@ void AppStore::start(StoreSetup& setup) {
   if (isDiagnostic()) return;
 
   migrateClipboardHistory();
+  reservations_.failed = [this](const QString& message) { setError(message); };
   restoreReservations();
   // Old content of the clipboard is not taken for new by the first beat.
   clients_.startThrough(BeatStep::Clipboard, config_, active_);
@@ -205,6 +206,8 @@ void AppStore::shutdown() {
   timer_.reset();
   clients_.endAfter(BeatStep::WindowPreviews);
   saveAtTheEnd();
+  reservations_.failed = {};
+  reservations_.finish();
 }
 
 // --- Messages, remote values, running applications ------------------------------------------------------------------
@@ -271,8 +274,11 @@ void AppStore::refreshShown(const QList<QUuid>& widgets) {
 }
 
 void AppStore::restoreReservations() {
-  if (isDiagnostic()) return;
-  reservations_.restore(dataDirectory() + "/window-recovery.json"_L1);
+  if (!isDiagnostic()) reservations_.restore();
+}
+
+void AppStore::reserve(const QList<ReservingDock>& docks) {
+  if (!isDiagnostic() && !down_) reservations_.reserve(docks);
 }
 
 void AppStore::holdRunningApps() { runningAppsHeldUntil_ = scheduler_.reference() + kRunningAppsHold; }

@@ -156,6 +156,8 @@ class AppStore : public QObject {
   void refreshShown(const QList<QUuid>& widgets);
   /// Puts windows back that were moved out of the dock's way; none are in a diagnostic run.
   void restoreReservations();
+  /// Moves windows of the app in front out of the way of these docks, soon.
+  void reserve(const QList<ReservingDock>& docks);
 
   /// Keeps the list of running applications still while tiles are dragged or dropped.
   void holdRunningApps();

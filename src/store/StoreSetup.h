@@ -69,7 +69,8 @@ class NoClipboard final : public ClipboardMigration {
 /// No window was ever moved.
 class NoReservations final : public WindowReservations {
  public:
-  void restore(const QString&) override {}
+  void reserve(const QList<ReservingDock>&) override {}
+  void restore() override {}
 };
 
 /// Stands for each facility that a build has not.

@@ -63,12 +63,15 @@ bool WindowKeeper::move(quint32 number, const QRectF& to, std::chrono::milliseco
 }
 
 QString WindowKeeper::restore() {
+  if (!journal_.error() && journal_.records().isEmpty()) {
+    recoveryPending_ = false;
+    return {};
+  }
   if (!frames_.capability()) return {};
   recoveryPending_ = false;
   moved_.clear();
   try {
-    std::optional<QList<WindowFrames::Window>> windows;
-    if (!journal_.records().isEmpty()) windows = frames_.all(kRestorePatience);
+    const auto windows = frames_.all(kRestorePatience);
     journal_.recover(
         [&](const WindowReservation& record) { return stateOf(record, windows); },
         [this](const WindowReservation& record) { return move(record.number, record.original, kRestorePatience); });

@@ -49,7 +49,8 @@ struct FakeClient : BeatClient {
 };
 struct FakeReservations : WindowReservations {
   explicit FakeReservations(Journal& j) : journal(j) {}
-  void restore(const QString& path) override { journal.calls << u"restore "_s + QFileInfo(path).fileName(); }
+  void reserve(const QList<ReservingDock>&) override {}
+  void restore() override { journal.calls << u"restore windows"_s; }
   Journal& journal;
 };
 struct FakeRemote : RemoteRefresh {
@@ -406,7 +407,7 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
   const QString begin =
       u"media productivity clipboard temperature own processes zoom claude video audioDevices "
       "wallpaper calendar reminders sounds cleaner previews recorder"_s;
-  QStringList expected{u"metrics"_s, u"restore window-recovery.json"_s};
+  QStringList expected{u"metrics"_s, u"restore windows"_s};
   for (const QString& name : begin.split(u' ')) expected << u"start %1 1"_s.arg(name);
   EXPECT_EQ(journal.calls, expected << u"refreshAll"_s);
 
@@ -455,7 +456,7 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
 
   journal.calls.clear();
   Q_EMIT session.didWake();
-  expected = {u"restore window-recovery.json"_s};
+  expected = {u"restore windows"_s};
   const QString order =
       u"temperature own processes zoom claude media video audioDevices clipboard productivity "
       "wallpaper calendar reminders sounds cleaner previews recorder"_s;
@@ -466,7 +467,7 @@ TEST_F(StoreTest, ABeatAnEndAStartAndAWakeRunInTheirOrder) {
   store->shutdown();
   store->shutdown();
   EXPECT_EQ(journal.calls.join(u", "_s),
-            u"end media, end zoom, end sounds, end cleaner, end previews, restore window-recovery.json, cancelAll, "
+            u"end media, end zoom, end sounds, end cleaner, end previews, restore windows, cancelAll, "
             "end recorder, end temperature, end own, end processes, end claude, end video, end audioDevices, "
             "end clipboard, end productivity, end wallpaper, end calendar, end reminders"_s);
   EXPECT_EQ(time.waiting(), 0);
@@ -559,7 +560,7 @@ TEST_F(StoreTest, AtTheEndNothingIsReadAnyMoreTheBeatStopsBeforeTheFetchesAndThe
   journal.calls.clear();
   store->shutdown();
   EXPECT_EQ(journal.calls.join(u", "_s),
-            u"media 2, zoom 2, sounds 2, cleaner 2, previews 2, restore window-recovery.json, cancelAll, recorder 1"_s);
+            u"media 2, zoom 2, sounds 2, cleaner 2, previews 2, restore windows, cancelAll, recorder 1"_s);
   EXPECT_EQ(time.waiting(), 0);
   EXPECT_EQ(saved().scale, 1.5);
 }
@@ -648,7 +649,7 @@ TEST_F(StoreTest, SleepSavesAndWakingRefreshesAtOnce) {
   const qint64 tick = store->tick();
   Q_EMIT session.didWake();
   EXPECT_EQ(store->tick(), tick + 1);
-  EXPECT_EQ(journal.calls.first(), u"restore window-recovery.json"_s);
+  EXPECT_EQ(journal.calls.first(), u"restore windows"_s);
   EXPECT_EQ(journal.count(u"refreshAll"_s), 1);
 }
 

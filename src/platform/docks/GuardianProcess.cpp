@@ -42,9 +42,31 @@ void GuardianProcess::watch(const QString& recoveryFile) {
   // One that stands by for a file that went would find nothing to give back.
   const bool isWatched = file_ && isSameFile(file_.number(), file.number());
   if (isWatched && (line_ || nextWindow_)) return;
-  release();
   file_ = std::move(file);
   directory_ = QFileInfo(recoveryFile).absolutePath();
+  begin();
+}
+
+void GuardianProcess::watchWindows(const QString& directory) {
+  directory_ = directory;
+  if (std::exchange(windows_, true) && (line_ || nextWindow_)) return;
+  // One that stands by for the dock does so for both.
+  if (!line_ && !nextWindow_) begin();
+}
+
+void GuardianProcess::releaseWindows() {
+  windows_ = false;
+  if (!file_) farewell();
+}
+
+void GuardianProcess::release() {
+  file_.reset();
+  farewell();
+  if (windows_) begin();
+}
+
+void GuardianProcess::begin() {
+  farewell();
   beginWindow();
   start();
 }
@@ -59,8 +81,9 @@ void GuardianProcess::start() {
   // Above the numbers that they get in the child, so that neither takes the other's place there.
   const FileDescriptor theirs(::fcntl(ends[1], F_DUPFD_CLOEXEC, kFile + 1));
   ::close(ends[1]);
-  const FileDescriptor file(::fcntl(file_.number(), F_DUPFD_CLOEXEC, kFile + 1));
-  if (!theirs || !file) return;
+  FileDescriptor file;
+  if (file_) file = FileDescriptor(::fcntl(file_.number(), F_DUPFD_CLOEXEC, kFile + 1));
+  if (!theirs || (file_ && !file)) return;
 
   std::array words{QFile::encodeName(guardian), QFile::encodeName(program_), QFile::encodeName(directory_)};
   std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
@@ -70,7 +93,10 @@ void GuardianProcess::start() {
     ::setsid();
     if (::fork() != 0) ::_exit(0);
     ::dup2(theirs.number(), kLine);
-    ::dup2(file.number(), kFile);
+    if (file)
+      ::dup2(file.number(), kFile);
+    else
+      ::close(kFile);
     ::execv(arguments[0], arguments.data());
     ::_exit(127);
   }
@@ -116,15 +142,13 @@ void GuardianProcess::replace() {
   start();
 }
 
-void GuardianProcess::release() {
+void GuardianProcess::farewell() {
   nextWindow_.reset();
-  if (line_) {
-    const char farewell = 'x';
-    broken_.reset();
-    [[maybe_unused]] const auto sent = ::send(line_.number(), &farewell, 1, MSG_NOSIGNAL);
-    line_.reset();
-  }
-  file_.reset();
+  if (!line_) return;
+  const char word = 'x';
+  broken_.reset();
+  [[maybe_unused]] const auto sent = ::send(line_.number(), &word, 1, MSG_NOSIGNAL);
+  line_.reset();
 }
 
 }  // namespace tarnwick
