@@ -1,6 +1,7 @@
 #include "windows/ZoomMeetingService.h"
 
 #include <QDeadlineTimer>
+#include <thread>
 
 #include "widgets/catalog/Kinds.h"
 
@@ -51,11 +52,24 @@ class ZoomMeetingService::Inspector {
     const auto button = found.actions.constFind(action);
     if (button == found.actions.cend() || button->label != expected)
       return tr("Zoom’s controls changed. Refresh before trying again.");
-    return controls_->press(button->element) ? QString()
-                                             : tr("Zoom did not accept this action. Use its meeting toolbar.");
+    if (!controls_->press(button->element)) return tr("Zoom did not accept this action. Use its meeting toolbar.");
+    waitForEffect(*button);
+    return {};
   }
 
  private:
+  /// A button shows that it was pressed before it says something else.
+  void waitForEffect(const ZoomInspection::Button& button) {
+    const QDeadlineTimer end(kEffect);
+    while (!end.hasExpired()) {
+      const auto now = controls_->read(button.element);
+      if (!now || now->label != button.label) return;
+      std::this_thread::sleep_for(kEffect / 10);
+    }
+  }
+
+  static constexpr std::chrono::milliseconds kEffect{500};
+
   const Setup& setup_;
   std::unique_ptr<AccessibleControls> controls_;
   QList<qint64> processes_;

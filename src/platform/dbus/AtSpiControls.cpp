@@ -62,6 +62,30 @@ QList<AccessibleControls::Element> elements(const QVariant& list) {
   return found;
 }
 
+/// Which of a control's actions is what a click does: toolkits order and name them as they like.
+int pressing(const QVariant& actions) {
+  static const QStringList kNames{u"press"_s, u"click"_s, u"toggle"_s, u"activate"_s};
+  const auto argument = actions.value<QDBusArgument>();
+  if (argument.currentSignature() != "a(sss)"_L1) return 0;
+  int found = 0;
+  qsizetype best = kNames.size();
+  argument.beginArray();
+  for (int i = 0; !argument.atEnd(); ++i) {
+    QString name;
+    QString words;
+    QString keys;
+    argument.beginStructure();
+    argument >> name >> words >> keys;
+    argument.endStructure();
+    const qsizetype rank = kNames.indexOf(name.toLower());
+    if (rank < 0 || rank >= best) continue;
+    best = rank;
+    found = i;
+  }
+  argument.endArray();
+  return found;
+}
+
 bool isEnabled(const QVariant& states) {
   const auto argument = states.value<QDBusArgument>();
   if (argument.currentSignature() != "au"_L1) return false;
@@ -136,7 +160,8 @@ std::optional<AccessibleControls::Reading> AtSpiControls::read(const Element& el
 }
 
 bool AtSpiControls::press(const Element& element) {
-  return answer(call(bus_, element, kAction, u"DoAction"_s, {0})).toBool();
+  const int action = pressing(answer(call(bus_, element, kAction, u"GetActions"_s)));
+  return answer(call(bus_, element, kAction, u"DoAction"_s, {action})).toBool();
 }
 
 }  // namespace tarnwick
