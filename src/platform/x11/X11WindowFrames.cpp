@@ -1,7 +1,5 @@
 #include "platform/x11/X11WindowFrames.h"
 
-#include <poll.h>
-
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <algorithm>
@@ -65,68 +63,22 @@ bool isNear(const QRect& a, const QRect& b) {
          std::abs(a.height() - b.height()) < 2;
 }
 
-}  // namespace
-
-class X11WindowFrames::Connection {
- public:
-  using Opened = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
-
-  /// Null where there is no server.
-  static std::unique_ptr<Connection> open() {
-    int number = 0;
-    Opened opened(xcb_connect(nullptr, &number), &xcb_disconnect);
-    if (xcb_connection_has_error(opened.get()) != 0) return nullptr;
-    auto screen = xcb_setup_roots_iterator(xcb_get_setup(opened.get()));
-    for (; screen.rem > 1 && number > 0; --number) xcb_screen_next(&screen);
-    return std::unique_ptr<Connection>(new Connection(std::move(opened), number, screen.data->root));
-  }
-
-  bool isBroken() const { return xcb_connection_has_error(opened_.get()) != 0; }
-  const X11Server& server() const { return server_; }
-  PropertyRequest ofRoot(X11Atom name) const { return {opened_.get(), server_.root(), server_.atom(name)}; }
-  PropertyRequest of(xcb_window_t window, X11Atom name) const { return {opened_.get(), window, server_.atom(name)}; }
-
-  /// Absent for a window that is gone.
-  std::optional<X11WindowReader::Answer> read(xcb_window_t window) const {
-    const X11WindowReader::Answer answer = X11WindowReader(server_, window).read();
-    return answer.frame.isEmpty() ? std::nullopt : std::optional(answer);
-  }
-
-  void follow(xcb_window_t window, bool followed) const {
-    const quint32 events = followed ? XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
-    const auto cookie = xcb_change_window_attributes_checked(opened_.get(), window, XCB_CW_EVENT_MASK, &events);
-    xcb_discard_reply(opened_.get(), cookie.sequence);
-  }
-  /// Waits for any event. False where none came in time.
-  bool wait(const QDeadlineTimer& end) const {
-    bool came = false;
-    while (const XcbReply event{xcb_poll_for_event(opened_.get())}) came = true;
-    if (came) return true;
-    pollfd waiting{xcb_get_file_descriptor(opened_.get()), POLLIN, 0};
-    xcb_flush(opened_.get());
-    return ::poll(&waiting, 1, static_cast<int>(end.remainingTime())) > 0 && !isBroken();
-  }
-
- private:
-  Connection(Opened opened, int number, xcb_window_t root)
-      : opened_(std::move(opened)), atoms_(opened_.get(), number), server_(opened_.get(), root, atoms_) {}
-
-  Opened opened_;
-  X11Atoms atoms_;
-  X11Server server_;
-};
-
-X11WindowFrames::X11WindowFrames() = default;
-X11WindowFrames::~X11WindowFrames() = default;
-
-X11WindowFrames::Connection* X11WindowFrames::connection() {
-  if (connection_ && connection_->isBroken()) connection_.reset();
-  if (!connection_) connection_ = Connection::open();
-  return connection_.get();
+/// Absent for a window that is gone.
+std::optional<X11WindowReader::Answer> look(const X11OwnConnection& server, xcb_window_t window) {
+  const X11WindowReader::Answer answer = X11WindowReader(server.server(), window).read();
+  return answer.frame.isEmpty() ? std::nullopt : std::optional(answer);
 }
 
+/// Whether moves of a window come as events.
+void follow(const X11OwnConnection& server, xcb_window_t window, bool followed) {
+  const quint32 events = followed ? XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
+  server.forget(xcb_change_window_attributes_checked(server.connection(), window, XCB_CW_EVENT_MASK, &events));
+}
+
+}  // namespace
+
 Capability X11WindowFrames::capability() {
-  Connection* const server = connection();
+  const X11OwnConnection* const server = X11OwnConnection::keep(connection_);
   if (!server) return Capability::no(X11WindowFramesWords::tr("No X11 display is available."));
   const QList<quint32> supported = server->ofRoot(X11Atom::NetSupported).words();
   const auto can = [&](X11Atom name) { return supported.contains(server->server().atom(name)); };
@@ -135,7 +87,7 @@ Capability X11WindowFrames::capability() {
 }
 
 std::optional<QList<WindowFrames::Window>> X11WindowFrames::all(std::chrono::milliseconds) {
-  Connection* const server = connection();
+  const X11OwnConnection* const server = X11OwnConnection::keep(connection_);
   if (!server) return std::nullopt;
   PropertyRequest list = server->ofRoot(X11Atom::NetClientList);
   PropertyRequest front = server->ofRoot(X11Atom::NetActiveWindow);
@@ -154,16 +106,16 @@ std::optional<QList<WindowFrames::Window>> X11WindowFrames::all(std::chrono::mil
 }
 
 std::optional<QRectF> X11WindowFrames::frame(quint32 number, std::chrono::milliseconds) {
-  Connection* const server = connection();
-  const auto answer = server ? server->read(number) : std::nullopt;
+  const X11OwnConnection* const server = X11OwnConnection::keep(connection_);
+  const auto answer = server ? look(*server, number) : std::nullopt;
   return answer ? std::optional<QRectF>(answer->outline) : std::nullopt;
 }
 
 QRectF X11WindowFrames::accepted(quint32 number, const QRectF& wanted) {
-  Connection* const server = connection();
+  const X11OwnConnection* const server = X11OwnConnection::keep(connection_);
   if (!server) return {};
   PropertyRequest normal = server->of(number, X11Atom::WmNormalHints);
-  const auto now = server->read(number);
+  const auto now = look(*server, number);
   if (!now) return {};
   const QSize around = now->outline.size() - now->frame.size();
   const QSize size = wanted.toRect().size();
@@ -175,14 +127,14 @@ QRectF X11WindowFrames::accepted(quint32 number, const QRectF& wanted) {
 
 /// Asks for the inner rectangle and waits until the outer one is near the wanted, and no longer as before. Where the
 /// window is then; empty once it is gone.
-QRect X11WindowFrames::moved(const Connection& server, quint32 number, const QRect& before, const QRect& inside,
+QRect X11WindowFrames::moved(const X11OwnConnection& server, quint32 number, const QRect& before, const QRect& inside,
                              const QRect& wanted, const QDeadlineTimer& end) {
   const auto word = [](int value) { return static_cast<quint32>(value); };
   server.server().askManager(number, X11Atom::NetMoveresizeWindow,
                              {kStaticGravity | kAllOfFrame | kFromPager, word(inside.x()), word(inside.y()),
                               word(inside.width()), word(inside.height())});
   for (;;) {
-    const auto now = server.read(number);
+    const auto now = look(server, number);
     if (!now) return {};
     const bool isSettled = now->outline != before && isNear(now->outline, wanted);
     if (now->outline == wanted || isSettled || end.hasExpired() || !server.wait(end)) return now->outline;
@@ -190,22 +142,22 @@ QRect X11WindowFrames::moved(const Connection& server, quint32 number, const QRe
 }
 
 bool X11WindowFrames::setFrame(quint32 number, const QRectF& frame, std::chrono::milliseconds patience) {
-  Connection* const server = connection();
+  const X11OwnConnection* const server = X11OwnConnection::keep(connection_);
   const bool isPossible = std::abs(frame.x()) < kMostPixels && std::abs(frame.y()) < kMostPixels &&
                           frame.width() < kMostPixels && frame.height() < kMostPixels;
-  const auto before = server && isPossible ? server->read(number) : std::nullopt;
+  const auto before = server && isPossible ? look(*server, number) : std::nullopt;
   if (!before) return false;
   const QRect wanted = frame.toRect();
   const QRect inside(wanted.topLeft() + before->frame.topLeft() - before->outline.topLeft(),
                      wanted.size() - (before->outline.size() - before->frame.size()));
   if (inside.isEmpty()) return false;
-  server->follow(number, true);
+  follow(*server, number, true);
   const QDeadlineTimer end(patience);
   QRect there = moved(*server, number, before->outline, inside, wanted, end);
   // Some managers count the border that a program wants around its window, and put it a pixel aside.
   if (isNear(there, wanted) && there != wanted)
     there = moved(*server, number, there, inside.translated(wanted.topLeft() - there.topLeft()), wanted, end);
-  if (!server->isBroken()) server->follow(number, false);
+  if (!server->isBroken()) follow(*server, number, false);
   return isNear(there, wanted);
 }
 

@@ -3,7 +3,7 @@
 #include <QDeadlineTimer>
 #include <memory>
 
-#include "platform/x11/X11Server.h"
+#include "platform/x11/X11OwnConnection.h"
 #include "windows/ports/WindowFrames.h"
 
 namespace tarnwick {
@@ -12,9 +12,6 @@ namespace tarnwick {
 /// and a process that has no windows. Frames are in root pixels.
 class X11WindowFrames final : public WindowFrames {
  public:
-  X11WindowFrames();
-  ~X11WindowFrames() override;
-
   Capability capability() override;
   std::optional<QList<Window>> all(std::chrono::milliseconds patience) override;
   std::optional<QRectF> frame(quint32 number, std::chrono::milliseconds patience) override;
@@ -22,13 +19,10 @@ class X11WindowFrames final : public WindowFrames {
   bool setFrame(quint32 number, const QRectF& frame, std::chrono::milliseconds patience) override;
 
  private:
-  class Connection;
-
-  Connection* connection();
-  static QRect moved(const Connection& server, quint32 number, const QRect& before, const QRect& inside,
+  static QRect moved(const X11OwnConnection& server, quint32 number, const QRect& before, const QRect& inside,
                      const QRect& wanted, const QDeadlineTimer& end);
 
-  std::unique_ptr<Connection> connection_;
+  std::unique_ptr<X11OwnConnection> connection_;
 };
 
 }  // namespace tarnwick
