@@ -31,6 +31,9 @@ struct ClientWindow {
   /// shadow, in desktop coordinates. Empty for all others, and where the desktop does not tell.
   QRectF frame;
   bool urgent = false;  ///< Asks for attention.
+  // Whether the window system would do it; true where that is not told.
+  bool closable = true;
+  bool minimisable = true;
 
   bool operator==(const ClientWindow&) const = default;
 };

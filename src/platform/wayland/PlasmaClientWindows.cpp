@@ -91,6 +91,8 @@ class PlasmaClientWindows::Window {
     window_.fullscreen = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_FULLSCREEN);
     window_.urgent = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_DEMANDS_ATTENTION);
     window_.inTaskbar = !has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_SKIPTASKBAR);
+    window_.closable = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_CLOSEABLE);
+    window_.minimisable = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_MINIMIZABLE);
     skipsSwitcher_ = has(ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_SKIPSWITCHER);
     changed();
   }

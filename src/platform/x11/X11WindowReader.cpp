@@ -51,6 +51,7 @@ X11WindowReader::X11WindowReader(const X11Server& server, xcb_window_t window)
       hints_(server.connection(), window, XCB_ATOM_WM_HINTS),
       decoration_(ask(server, window, X11Atom::NetFrameExtents)),
       shadow_(ask(server, window, X11Atom::GtkFrameExtents)),
+      allowed_(ask(server, window, X11Atom::NetWmAllowedActions)),
       geometry_(xcb_get_geometry(server.connection(), window)),
       place_(xcb_translate_coordinates(server.connection(), window, server.root(), 0, 0)) {}
 
@@ -71,6 +72,7 @@ X11WindowReader::X11WindowReader(X11WindowReader&& other) noexcept
       hints_(std::move(other.hints_)),
       decoration_(std::move(other.decoration_)),
       shadow_(std::move(other.shadow_)),
+      allowed_(std::move(other.allowed_)),
       geometry_(other.geometry_),
       place_(other.place_),
       isPending_(std::exchange(other.isPending_, false)) {}
@@ -86,7 +88,7 @@ bool X11WindowReader::reads(const X11Server& server, xcb_atom_t property) {
                                X11Atom::NetWmPid,        X11Atom::WmClientMachine,  X11Atom::NetWmState,
                                X11Atom::NetWmWindowType, X11Atom::GtkApplicationId, X11Atom::KdeDesktopFile,
                                X11Atom::BamfDesktopFile, X11Atom::NetWmDesktop,     X11Atom::NetFrameExtents,
-                               X11Atom::GtkFrameExtents};
+                               X11Atom::GtkFrameExtents, X11Atom::NetWmAllowedActions};
   return property == XCB_ATOM_WM_HINTS ||
          std::ranges::any_of(kRead, [&](X11Atom name) { return server.atom(name) == property; });
 }
@@ -109,6 +111,11 @@ X11WindowReader::Answer X11WindowReader::read() {
   window.dock = types_.word(XCB_ATOM_NONE) == server_.atom(X11Atom::NetWmWindowTypeDock);
   window.desktop = types_.word(XCB_ATOM_NONE) == server_.atom(X11Atom::NetWmWindowTypeDesktop);
   window.urgent = (hints_.word() & kUrgencyHint) != 0 || has(X11Atom::NetWmStateDemandsAttention);
+  const QList<quint32> allowed = allowed_.words();
+  if (!allowed.isEmpty()) {
+    window.closable = allowed.contains(server_.atom(X11Atom::NetWmActionClose));
+    window.minimisable = allowed.contains(server_.atom(X11Atom::NetWmActionMinimize));
+  }
   answer.frame = frame();
   answer.outline = answer.frame.marginsAdded(sides(decoration_)).marginsRemoved(sides(shadow_));
   answer.desktop = desktop_.word(kAllDesktops);

@@ -41,7 +41,7 @@ class X11WindowReader {
   X11Server server_;
   xcb_window_t window_;
   PropertyRequest visibleName_, name_, class_, pid_, machine_, states_, types_, gtkId_, kdeFile_, bamfFile_, desktop_,
-      hints_, decoration_, shadow_;
+      hints_, decoration_, shadow_, allowed_;
   xcb_get_geometry_cookie_t geometry_;
   xcb_translate_coordinates_cookie_t place_;
   bool isPending_ = true;
