@@ -179,4 +179,22 @@
         <translation>Choose a Gemini CLI chats folder, or its parent temporary-data folder. Only token counts and dates are shown; recordings stay on this computer.</translation>
     </message>
 </context>
+<context>
+    <name>WindowService</name>
+    <message>
+        <source>Enable Accessibility to list and switch individual windows.</source>
+        <translation>This desktop does not tell apps which windows are open.</translation>
+    </message>
+    <message>
+        <source>This app does not allow closing that window through Accessibility.</source>
+        <translation>This app does not allow that window to be closed from here.</translation>
+    </message>
+</context>
+<context>
+    <name>ZoomMeetingService</name>
+    <message>
+        <source>Enable Accessibility to read Zoom’s meeting controls.</source>
+        <translation>Turn on accessibility in the desktop’s settings to read Zoom’s meeting controls.</translation>
+    </message>
+</context>
 </TS>

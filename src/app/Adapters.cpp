@@ -18,6 +18,7 @@
 #include "apps/RunningApplications.h"
 #include "base/DesktopId.h"
 #include "commandbar/IndexedFileSearch.h"
+#include "platform/dbus/AtSpiControls.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
 #include "platform/dbus/DesktopClockFormat.h"
@@ -41,6 +42,7 @@
 #include "platform/linux/PowerSupplies.h"
 #include "platform/linux/ProcessCommandLine.h"
 #include "platform/linux/ProcessLaunch.h"
+#include "platform/linux/ProcessName.h"
 #include "platform/linux/ReapedChild.h"
 #include "platform/linux/SensorTemperatures.h"
 #include "platform/net/LoadedTransport.h"
@@ -95,6 +97,14 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
           scheduler, [this](const DockWidget& widget) { connections_.values().refresh(widget); },
           ClaudeActivityConnect::folderIn(dataDirectory)))),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
+      windows_(keep(std::make_unique<WindowService>(
+          WindowService::Setup{.windows = services_.windows,
+                               .applications = [&apps = services_.runningApps] { return apps.list(); },
+                               .session = services_.session,
+                               .pictures = windowSystem_.pictures}))),
+      meeting_(keep(std::make_unique<ZoomMeetingService>(
+          ZoomMeetingService::Setup{.controls = [] { return std::make_unique<AtSpiControls>(); },
+                                    .processes = [] { return processesNamed(QStringLiteral("zoom")); }}))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {
   readings_.useRates(keep(std::make_unique<CurrencyRates>(web_, addresses_.of(ServiceHost::ExchangeRates))));
@@ -178,6 +188,8 @@ WidgetLoader::Readers Adapters::localReaders() {
 ReadingPorts Adapters::readingPorts() {
   return {.clockFormat = services_.clockFormat,
           .connections = connections_,
+          .windows = windows_,
+          .meeting = meeting_,
           .calendar = std::make_unique<ICalendarFiles>(scheduler_),
           .processes = std::make_unique<LinuxProcessSource>(),
           .temperatures = std::make_unique<SensorTemperatures>(),
@@ -195,7 +207,7 @@ StoreSetup Adapters::storeSetup() {
           .credentials = keep(std::make_unique<WidgetCredentials>(keychain_)),
           .clipboard = clipboard_.history(),
           .reservations = keep(std::make_unique<ReservationService>(reservationSetup())),
-          .clients = readings_.beatClients() << &clipboard_.beatClient() << &claudeActivity_};
+          .clients = readings_.beatClients() << &clipboard_.beatClient() << &claudeActivity_ << &windows_ << &meeting_};
 }
 
 ReservationService::Setup Adapters::reservationSetup() {

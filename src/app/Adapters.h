@@ -16,6 +16,8 @@
 #include "store/Services.h"
 #include "store/StoreSetup.h"
 #include "windows/ReservationService.h"
+#include "windows/WindowService.h"
+#include "windows/ZoomMeetingService.h"
 
 namespace tarnwick {
 
@@ -66,6 +68,8 @@ class Adapters {
   const std::shared_ptr<ServiceSession> web_;  ///< By which services on the net are asked.
   ClaudeActivityFollower& claudeActivity_;
   LiveConnections& connections_;
+  WindowService& windows_;
+  ZoomMeetingService& meeting_;
   Readings& readings_;
   SessionApplication& session_;
 };

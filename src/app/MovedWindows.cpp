@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "base/BuildSettings.h"
+#include "base/FileLock.h"
 #include "config/DataDirectory.h"
 #include "platform/linux/ProcessLaunch.h"
 #include "platform/x11/X11WindowFrames.h"
@@ -17,6 +18,9 @@ std::unique_ptr<WindowFrames> makeWindowFrames() { return std::make_unique<X11Wi
 void putWindowsBack(const QString& directory) {
   using namespace std::chrono_literals;
   if (!QFileInfo::exists(directory + u'/' + WindowReservationJournal::kFileName)) return;
+  // A copy that runs has put back what was left when it began, and what it moves is its own.
+  FileLock instance(directory + QStringLiteral("/tarnwick.lock"));
+  if (instance.take() == FileLock::Taking::OthersHave) return;
   WindowReservationJournal journal(directory, 10s);
   const auto frames = makeWindowFrames();
   WindowKeeper keeper(*frames, journal, &processLaunch, QCoreApplication::applicationPid());

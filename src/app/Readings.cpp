@@ -7,6 +7,8 @@
 #include "desktop/ClockFormat.h"
 #include "services/CurrencyRates.h"
 #include "widgets/WidgetFolder.h"
+#include "windows/WindowService.h"
+#include "windows/ZoomMeetingService.h"
 
 namespace tarnwick {
 namespace {
@@ -44,6 +46,9 @@ Readings::Readings(ReadingPorts ports, ClipboardHistory& clipboard, Scheduler& s
   tell(&screenshots_, &ScreenshotFolder::changed, {Family::Files});
   tell(&stacks_, &FolderStacks::changed, {Family::Files});
   tell(&thumbnails_, &Thumbnails::ready, {Family::Files});
+  tell(&ports_.windows, &WindowService::previewChanged, {Family::Windows});
+  tell(&ports_.windows, &WindowService::followedChanged, {Family::Windows});
+  tell(&ports_.meeting, &ZoomMeetingService::changed, {Family::Integration});
   tell(&clipboard_, &ClipboardHistory::didChange, {Family::Clipboard});
 }
 
@@ -89,6 +94,8 @@ ReadingServices Readings::services(const Services& services) {
           .machine = *ports_.machine,
           .apps = services.installedApps,
           .windows = services.windows,
+          .windowService = ports_.windows,
+          .meeting = ports_.meeting,
           .clipboard = clipboard_,
           .pasteboard = services.pasteboard,
           .connections = ports_.connections,

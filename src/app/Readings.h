@@ -25,11 +25,15 @@ namespace tarnwick {
 class ClockFormat;
 class Connections;
 class CurrencyRates;
+class WindowService;
+class ZoomMeetingService;
 
 /// Where the readings come from; nothing in it is null.
 struct ReadingPorts {
-  ClockFormat& clockFormat;  ///< Outlives them.
-  Connections& connections;  ///< Outlives them.
+  ClockFormat& clockFormat;     ///< Outlives them.
+  Connections& connections;     ///< Outlives them.
+  WindowService& windows;       ///< Outlives them.
+  ZoomMeetingService& meeting;  ///< Outlives them.
   std::unique_ptr<CalendarSource> calendar;
   std::unique_ptr<ProcessSource> processes;
   std::unique_ptr<ProcessorTemperatures> temperatures;
@@ -63,6 +67,7 @@ class Readings : public QObject {
   void setCompleted(const Reminder& reminder, bool completed) { calendar_.setCompleted(reminder, completed); }
   ProcessMonitor& processes() { return processes_; }
   Connections& connections() { return ports_.connections; }
+  WindowService& windows() { return ports_.windows; }
 
  Q_SIGNALS:
   /// calendar() gives another digest, not only because of the time.

@@ -131,13 +131,14 @@ int restoreDockAndExit(int argc, char** argv, const std::optional<QString>& dire
   const QString folder = directory.value_or(defaultStorageDirectory(BuildSettings::besideProgram()));
   RestoreDock::Terms terms;
   if (inherited >= 0) terms.guardedFile = guardedFile(folder);
-  // First, and in any case: they wait for nobody.
-  putWindowsBack(folder);
   const auto say = [](const QString& line) { std::printf("%s\n", qUtf8Printable(line)); };
+  bool hasWindows = false;  // They do not wait for a dock that hangs.
   const QDeadlineTimer end(kLongestRepair);
   for (auto pause = kFirstPause;; pause = std::min(pause * 2, kLongestPause)) {
     SystemDockPreferences preferences(folder);
-    if (RestoreDock::run(folder, preferences, say, terms)) break;
+    const bool isDone = RestoreDock::run(folder, preferences, say, terms);
+    if (!std::exchange(hasWindows, true)) putWindowsBack(folder);
+    if (isDone) break;
     // Once the session is over there is no dock any more that could be reached.
     if (end.hasExpired() || !SystemDockPreferences::sessionGoesOn()) break;
     std::this_thread::sleep_for(pause);

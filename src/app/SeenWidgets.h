@@ -8,12 +8,14 @@ class AppStore;
 class Connections;
 class LiveDock;
 class LiveDocks;
+class WindowService;
 
-/// Tells the connections which widgets are on docks that somebody can see. Borrows everything.
+/// Tells the connections, and what takes pictures of pinned windows, which widgets are on docks that somebody can see.
+/// Borrows everything.
 class SeenWidgets final : public QObject {
   Q_OBJECT
  public:
-  SeenWidgets(const AppStore& store, const LiveDocks& docks, Connections& connections);
+  SeenWidgets(const AppStore& store, const LiveDocks& docks, Connections& connections, WindowService& windows);
 
   void watch(LiveDock& dock);
 
@@ -26,6 +28,7 @@ class SeenWidgets final : public QObject {
   const AppStore& store_;
   const LiveDocks& docks_;
   Connections& connections_;
+  WindowService& windows_;
 };
 
 }  // namespace tarnwick

@@ -8,17 +8,24 @@
 #include "views/controls/TipBubble.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/WindowFade.h"
+#include "windows/WindowService.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr int kTipGap = 8;      ///< Between the glass and the tip.
-constexpr int kReach = 160;     ///< How far a tip reaches beyond its tile.
+constexpr int kTipGap = 8;   ///< Between the glass and the tip.
+constexpr int kReach = 160;  ///< How far a tip reaches beyond its tile.
+constexpr qsizetype kMostPictures = 4;
 constexpr int kSameDock = 240;  ///< What is further from a tile belongs to another dock.
 
 }  // namespace
 
-TipHost::TipHost(const AppStore& store, const Services& services) : store_(store), services_(services) {}
+TipHost::TipHost(const AppStore& store, const Services& services, WindowService& windows)
+    : store_(store), services_(services), windows_(windows) {
+  connect(&windows_, &WindowService::previewChanged, this, [this](quint64 window) {
+    if (pictured_.contains(window)) showPictures();
+  });
+}
 
 TipHost::~TipHost() = default;
 
@@ -34,7 +41,14 @@ void TipHost::show(const QString& display, const std::optional<DockTip>& tip) {
 }
 
 void TipHost::hide(const QString& display) {
-  if (display_ == display) popup_.reset();
+  if (display_ == display) close();
+}
+
+void TipHost::close() {
+  popup_.reset();
+  if (std::exchange(application_, 0) == 0) return;
+  pictured_.clear();
+  windows_.stopPreviews();
 }
 
 void TipHost::fadeOut() {
@@ -45,7 +59,7 @@ void TipHost::fadeOut() {
 }
 
 void TipHost::open(const QString& display, const DockTip& tip) {
-  popup_.reset();
+  close();
   Panel* owner = controller_ ? controller_->panel(display) : nullptr;
   if (!owner || !owner->isShown()) return;
   auto bubble = std::make_unique<TipBubble>();
@@ -61,15 +75,42 @@ void TipHost::open(const QString& display, const DockTip& tip) {
               ? new WindowFade(*bubble_, WindowFade::clockOf(services_.clocks, services_.motion, display))
               : nullptr;
   popup_ = owner->popup(std::move(bubble), besideOf(tip), style);
-  const auto lost = [this] { popup_.reset(); };
+  const auto lost = [this] { close(); };
   connect(owner, &Panel::closed, popup_.get(), lost);
   connect(owner, &QObject::destroyed, popup_.get(), lost);
   // The window system may take it away. By the time that this arrives there may be another one.
   const auto closed = [this, popup = popup_.get()] {
-    if (popup_.get() == popup) popup_.reset();
+    if (popup_.get() == popup) close();
   };
   connect(popup_.get(), &Popup::closed, this, closed, Qt::QueuedConnection);
   if (fade_) fade_->in();
+  beside_ = besideOf(tip);
+  setPictures(tip);
+}
+
+void TipHost::setPictures(const DockTip& tip) {
+  if (application_ == tip.application) return;
+  const bool wanted = tip.application != 0 && store_.config().desktopOptions().windowPreviews;
+  const auto& apps = store_.runningApps();
+  const auto app = std::ranges::find(apps, tip.application, &RunningApp::identity);
+  if (!wanted || app == apps.end()) {
+    if (std::exchange(application_, 0) != 0) windows_.stopPreviews();
+    pictured_.clear();
+    bubble_->setPictures({});
+    return;
+  }
+  application_ = tip.application;
+  pictured_ = app->windowsIn(store_.windowScope(display_)).mid(0, kMostPictures);
+  showPictures();
+  windows_.loadPreviews(pictured_);
+}
+
+void TipHost::showPictures() {
+  // One that has not come yet keeps its place.
+  QList<QImage> pictures;
+  for (const quint64 window : std::as_const(pictured_)) pictures.append(windows_.preview(window));
+  bubble_->setPictures(pictures);
+  popup_->moveBeside(beside_);
 }
 
 /// The tile, and with it the bubble that is over it.
@@ -91,7 +132,9 @@ QRect TipHost::besideOf(const DockTip& tip) const {
 void TipHost::follow(const DockTip& tip) {
   if (fade_) fade_->in();  // It may have been on its way out.
   bubble_->setText(tip.text);
-  popup_->moveBeside(besideOf(tip));
+  beside_ = besideOf(tip);
+  setPictures(tip);
+  popup_->moveBeside(beside_);
 }
 
 }  // namespace tarnwick

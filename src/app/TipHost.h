@@ -18,14 +18,16 @@ class AppStore;
 class DockController;
 class TipBubble;
 class WindowFade;
+class WindowService;
 
 /// The tip beside a dock: one for all displays. It is a window without the keyboard that lets clicks through, is shown
-/// on the inner side of the glass, fades in and out, and moves from tile to tile without.
+/// on the inner side of the glass, fades in and out, and moves from tile to tile without. Over an application it may
+/// show pictures of its windows.
 class TipHost final : public QObject {
   Q_OBJECT
  public:
   /// Borrowed. There is no tip before there is a controller.
-  TipHost(const AppStore& store, const Services& services);
+  TipHost(const AppStore& store, const Services& services, WindowService& windows);
   ~TipHost() override;
 
   void setController(DockController* controller) { controller_ = controller; }
@@ -36,19 +38,26 @@ class TipHost final : public QObject {
   /// Takes it away at once where it belongs to this display.
   void hide(const QString& display);
   /// The same, whichever dock it belongs to.
-  void close() { popup_.reset(); }
+  void close();
 
  private:
   void open(const QString& display, const DockTip& tip);
   void fadeOut();
   QRect besideOf(const DockTip& tip) const;
   void follow(const DockTip& tip);
+  /// Of the windows of the application that a tip is about, if the user wants that.
+  void setPictures(const DockTip& tip);
+  void showPictures();
 
   const AppStore& store_;
   const Services& services_;
+  WindowService& windows_;
   DockController* controller_ = nullptr;
   std::function<QList<QRect>()> besideDocks_;
   QString display_;
+  quint64 application_ = 0;  ///< That pictures are shown of; 0 for none.
+  QList<quint64> pictured_;
+  QRect beside_;
   std::unique_ptr<Popup> popup_;
   TipBubble* bubble_ = nullptr;  // Owned by the popup.
   WindowFade* fade_ = nullptr;   // Owned by the bubble; null where nothing composites.

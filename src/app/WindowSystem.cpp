@@ -28,6 +28,7 @@
 #include "platform/x11/X11Panels.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11WindowPictures.h"
 #include "platform/x11/X11ZoneSensor.h"
 
 namespace tarnwick {
@@ -71,12 +72,16 @@ WindowSystem makeX11(Scheduler& scheduler) {
     const auto native = known->native(id);
     return native ? native->screen.data() : nullptr;
   });
-  system.windows = std::make_unique<X11ClientWindows>(*events, *screens);
+  system.windows = std::make_unique<X11ClientWindows>(
+      *events, *screens,
+      edges ? Capability::yes()
+            : Capability::no(WindowSystemWords::tr("On this desktop loose windows stay where they are.")));
   // What the X server cannot see it cannot grab either.
   system.hotKeys = edges ? std::make_unique<X11HotKeys>(*events) : portalKeys();
   system.modifiers = edges ? std::make_unique<X11HeldModifiers>(*events) : noModifiers();
   // Nor does it see what is copied in windows that are not of X11.
   system.pasteboard = edges ? std::unique_ptr<Pasteboard>(std::make_unique<X11Pasteboard>(scheduler)) : noPasteboard();
+  system.pictures = [] { return std::make_unique<X11WindowPictures>(); };
   system.inPixels = [known = screens.get()](const ReservingDock& dock) {
     const auto native = known->native(dock.screen.id);
     if (!native) return ReservedSpace();

@@ -15,6 +15,7 @@
 #include "desktop/Zones.h"
 #include "facilities/StoreCalls.h"
 #include "windows/ReservedSpace.h"
+#include "windows/ports/WindowPictures.h"
 
 namespace tarnwick {
 
@@ -33,6 +34,8 @@ struct WindowSystem {
   std::function<QString(const QString& application)> activationToken;
   /// A dock as the window system's own pixels have it.
   std::function<ReservedSpace(const ReservingDock& dock)> inPixels;
+  /// Makes what takes pictures of windows, on the thread that uses it; empty where ClientWindows::pictures() says no.
+  std::function<std::unique_ptr<WindowPictures>()> pictures;
   bool framesWindows = true;  ///< Whether it puts a frame with a title around a program's windows.
 
   WindowSystem() = default;

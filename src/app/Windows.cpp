@@ -208,6 +208,8 @@ DesktopAbilities Windows::abilities() const {
   found.feelsOnePixelOnly = services_.zones.feelsOnePixelOnly();
   found.windows = services_.windows.capability();
   found.workspaces = services_.windows.workspaces();
+  found.movesWindows = services_.windows.moves();
+  found.windowPictures = services_.windows.pictures();
   found.frames = services_.windows.frames();
   found.attention = services_.windows.attention();
   found.keys = parts_.keys.capability();

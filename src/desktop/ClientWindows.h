@@ -50,6 +50,10 @@ class ClientWindows : public QObject {
   virtual Capability frames() const { return capability(); }
   /// Whether it tells which windows ask for attention.
   virtual Capability attention() const { return capability(); }
+  /// Whether other programs may move them.
+  virtual Capability moves() const;
+  /// Whether small pictures of them can be had.
+  virtual Capability pictures() const;
   virtual QList<ClientWindow> all() const = 0;
   /// Whether `ClientWindow::frame` is given for every window, or only for full-screen windows and docks, as it is until
   /// this is called. What is known of them is in the list when this returns; nothing is emitted for it.

@@ -16,6 +16,14 @@
 
 namespace tarnwick {
 
+Capability ClientWindows::moves() const {
+  return Capability::no(tr("On this desktop loose windows stay where they are."));
+}
+
+Capability ClientWindows::pictures() const {
+  return Capability::no(tr("This desktop does not show apps what the windows of others look like."));
+}
+
 void ClientWindows::replace(QList<ClientWindow>& known, const QList<ClientWindow>& found) {
   if (known == found) return;
   const auto withoutFrames = [](QList<ClientWindow> windows) {

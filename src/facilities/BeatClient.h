@@ -22,11 +22,11 @@ enum class BeatStep {
   Wallpaper,
   Calendar,
   Reminders,
+  WindowPreviews,
   RemoteValues,
   // What only ends.
   Sounds,
   KeyboardCleaner,
-  WindowPreviews,
   VoiceRecorder,
 };
 

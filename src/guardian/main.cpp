@@ -64,7 +64,10 @@ int main(int argc, char** argv) {
   if (argc != 3) return 2;
   disposeSignals(SIG_IGN);
   ::close_range(kFile + 1, ~0U, 0);
-  const int nowhere = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+  // Above the file, whose number may be free.
+  const int opened = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+  const int nowhere = opened >= 0 ? ::fcntl(opened, F_DUPFD_CLOEXEC, kFile + 1) : -1;
+  if (opened >= 0) ::close(opened);
   toNowhere(STDOUT_FILENO, nowhere);
   toNowhere(STDERR_FILENO, nowhere);
   if (::chdir("/") != 0) return 2;

@@ -8,42 +8,35 @@ namespace tarnwick {
 /// What the thread works with; made there, at the first piece of work.
 class ReservationService::Keeping {
  public:
-  Keeping(const Setup& setup, std::function<void(bool)> guard) : setup_(setup), guard_(std::move(guard)) {}
+  explicit Keeping(const Setup& setup) : setup_(setup) {}
 
+  Outcome reserve(const QList<ReservedSpace>& spaces) { return outcome(keeper().reserve(spaces)); }
+  Outcome restore() { return outcome(keeper().restore()); }
+
+ private:
   WindowKeeper& keeper() {
     if (!keeper_) {
       frames_ = setup_.frames();
       journal_.emplace(setup_.directory, kPatience);
-      journal_->written = [this](const QString&) { standBy(true); };
-      journal_->emptied = [this] { standBy(false); };
       keeper_.emplace(*frames_, *journal_, setup_.launchOf, QCoreApplication::applicationPid());
-      if (!journal_->records().isEmpty()) standBy(true);
     }
     return *keeper_;
   }
-
- private:
-  void standBy(bool needed) {
-    if (std::exchange(standsBy_, needed) != needed) guard_(needed);
-  }
+  Outcome outcome(const QString& message) const { return {message, !journal_->records().isEmpty()}; }
 
   const Setup& setup_;
-  std::function<void(bool)> guard_;
-  bool standsBy_ = false;
   std::unique_ptr<WindowFrames> frames_;
   std::optional<WindowReservationJournal> journal_;
   std::optional<WindowKeeper> keeper_;
 };
 
 ReservationService::ReservationService(Setup setup)
-    : setup_(std::move(setup)), keeping_(std::make_shared<Keeping>(setup_, [this](bool needed) {
-        QMetaObject::invokeMethod(
-            this, [this, needed] { setup_.guard(needed); }, Qt::QueuedConnection);
-      })) {}
+    : setup_(std::move(setup)), keeping_(std::make_shared<Keeping>(setup_)) {}
 
 ReservationService::~ReservationService() = default;
 
 void ReservationService::reserve(const QList<ReservingDock>& docks) {
+  if (!setup_.windows.moves()) return;
   docks_ = docks;
   if (settling_ || situation(docks) == last_) return;
   settling_ = setup_.scheduler.after(kSettle, [this] { begin(); });
@@ -66,9 +59,21 @@ void ReservationService::begin() {
   if (last_.front <= 0 || last_.windows.isEmpty()) return;
   QList<ReservedSpace> spaces;
   hasBegun_ = true;
+  QList<ReservedSpace> spaces;
   for (const ReservingDock& dock : docks_) spaces.append(setup_.inPixels(dock));
-  work_.start([keeping = keeping_, spaces] { return keeping->keeper().reserve(spaces); },
-              [this](const QString& message) { say(message); });
+  start([spaces](Keeping& keeping) { return keeping.reserve(spaces); });
+}
+
+void ReservationService::start(const std::function<Outcome(Keeping&)>& work) {
+  // Somebody stands by before the first window moves, and until the last one is back.
+  setup_.guard(true);
+  ++underWay_;
+  work_.start([keeping = keeping_, work] { return work(*keeping); },
+              [this](const Outcome& outcome) {
+                --underWay_;
+                if (!outcome.isMoved && underWay_ == 0) setup_.guard(false);
+                say(outcome.message);
+              });
 }
 
 void ReservationService::restore() {
@@ -76,14 +81,10 @@ void ReservationService::restore() {
   last_ = {};
   const QString journal = setup_.directory + u'/' + WindowReservationJournal::kFileName;
   if (!hasBegun_ && !QFileInfo::exists(journal)) return;
-  work_.start([keeping = keeping_] { return keeping->keeper().restore(); },
-              [this](const QString& message) { say(message); });
+  start([](Keeping& keeping) { return keeping.restore(); });
 }
 
-void ReservationService::finish() {
-  work_.finish();
-  QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-}
+void ReservationService::finish() { work_.finish(); }
 
 /// The same is not said again and again.
 void ReservationService::say(const QString& message) {

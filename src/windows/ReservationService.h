@@ -44,6 +44,10 @@ class ReservationService final : public QObject, public WindowReservations {
 
  private:
   class Keeping;
+  struct Outcome {
+    QString message;       ///< What went wrong; empty where nothing did.
+    bool isMoved = false;  ///< Windows are not where their users left them.
+  };
 
   /// What decides whether windows have to be looked at again.
   struct Situation {
@@ -56,12 +60,14 @@ class ReservationService final : public QObject, public WindowReservations {
 
   Situation situation(const QList<ReservingDock>& docks) const;
   void begin();
+  void start(const std::function<Outcome(Keeping&)>& work);
   void say(const QString& message);
 
   const Setup setup_;
   QList<ReservingDock> docks_;
   Situation last_;
   bool hasBegun_ = false;  ///< This run may have moved something.
+  int underWay_ = 0;
   QString said_;
   JobHandle settling_;
   std::shared_ptr<Keeping> keeping_;

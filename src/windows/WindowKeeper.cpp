@@ -1,10 +1,21 @@
 #include "windows/WindowKeeper.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "base/DomainError.h"
 
 namespace tarnwick {
+namespace {
+
+/// The wall clock, from which the kernel counts back to the start, may have been set by whole seconds since.
+bool isSameLaunch(qint64 now, qint64 recorded) {
+  constexpr qint64 kSecond = 100;
+  constexpr qint64 kMostSet = 60 * kSecond;
+  return std::abs(now - recorded) <= kMostSet && (now - recorded) % kSecond == 0;
+}
+
+}  // namespace
 
 WindowKeeper::WindowKeeper(WindowFrames& frames, WindowReservationJournal& journal, LaunchOf launchOf, qint64 self,
                            Now now)
@@ -16,10 +27,15 @@ QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
   if (!windows) return {};
   const auto front = std::ranges::find(*windows, true, &WindowFrames::Window::active);
   if (front == windows->end() || front->pid <= 0 || front->pid == self_) return {};
-  QString message = recoveryPending_ ? restore() : QString();
+  if (recoveryPending_) {
+    const QString message = restore();
+    // What was put back may stand in the way.
+    const QString failure = reserve(spaces);
+    return failure.isEmpty() ? message : failure;
+  }
   const int pid = front->pid;
   const auto launch = launchOf_(pid);
-  if (!launch) return message;
+  if (!launch) return {};
   for (const WindowFrames::Window& window : *windows) {
     if (window.pid != pid || window.number == 0 || window.minimised || window.maximised || window.fullscreen) continue;
     QRectF frame = window.frame;
@@ -45,7 +61,7 @@ QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
       frame = adjusted;
     }
   }
-  return message;
+  return {};
 }
 
 /// A window that goes back where it was by itself would be moved for ever.
@@ -63,17 +79,16 @@ bool WindowKeeper::move(quint32 number, const QRectF& to, std::chrono::milliseco
 }
 
 QString WindowKeeper::restore() {
-  if (!journal_.error() && journal_.records().isEmpty()) {
-    recoveryPending_ = false;
-    return {};
-  }
   if (!frames_.capability()) return {};
   recoveryPending_ = false;
   moved_.clear();
   try {
-    const auto windows = frames_.all(kRestorePatience);
+    std::optional<std::optional<QList<WindowFrames::Window>>> windows;
     journal_.recover(
-        [&](const WindowReservation& record) { return stateOf(record, windows); },
+        [&](const WindowReservation& record) {
+          if (!windows) windows = frames_.all(kRestorePatience);
+          return stateOf(record, *windows);
+        },
         [this](const WindowReservation& record) { return move(record.number, record.original, kRestorePatience); });
   } catch (const DomainError& failure) {
     return tr("Window recovery will be retried: %1").arg(failure.message());
@@ -84,14 +99,15 @@ QString WindowKeeper::restore() {
 ReservationWindowState WindowKeeper::stateOf(const WindowReservation& record,
                                              const std::optional<QList<WindowFrames::Window>>& windows) {
   using Known = ReservationWindowState::Known;
-  if (launchOf_(record.pid) != record.launch) return {Known::Gone, {}};
+  const auto launch = launchOf_(record.pid);
+  if (!launch || !isSameLaunch(*launch, record.launch)) return {Known::Gone, {}};
   if (!windows) return {Known::Unavailable, {}};
   const auto window = std::ranges::find_if(*windows, [&record](const WindowFrames::Window& each) {
     return each.number == record.number && each.pid == record.pid;
   });
-  // Of a process that lives: the list may lack it for a moment only.
-  if (window == windows->end()) return {Known::Unavailable, {}};
-  return {Known::Frame, window->frame};
+  if (window != windows->end()) return {Known::Frame, window->frame};
+  // One that is there all the same may be on its way into the list.
+  return {frames_.frame(record.number, kRestorePatience) ? Known::Unavailable : Known::Gone, {}};
 }
 
 }  // namespace tarnwick

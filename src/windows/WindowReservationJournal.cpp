@@ -85,11 +85,6 @@ void WindowReservationJournal::write(const QList<WindowReservation>& records) {
   DurableFile::write(RecordCodec::toBytes(records), url_);
   stamp_ = DurableFile::stamp(url_);
   records_ = records;
-  if (records_.isEmpty()) {
-    if (emptied) emptied();
-  } else if (written) {
-    written(url_);
-  }
 }
 
 WindowReservation WindowReservationJournal::prepare(const WindowReservation& reservation) {

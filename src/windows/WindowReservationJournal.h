@@ -51,11 +51,6 @@ class WindowReservationJournal {
   /// is found there the next time.
   void recover(const Read& read, const Apply& apply);
 
-  /// Called after the first record has been written, with the path: the file as it is now says what to give back.
-  std::function<void(const QString& file)> written;
-  /// Called when the last record has gone.
-  std::function<void()> emptied;
-
  private:
   HandoverLock::Hold hold();
   void readAgain();

@@ -49,9 +49,16 @@ class WindowService::Worker {
 };
 
 WindowService::WindowService(Setup setup) : setup_(std::move(setup)), worker_(std::make_shared<Worker>(setup_)) {
+  connect(&setup_.windows, &ClientWindows::changed, this, [this] {
+    if (!followed_.isEmpty()) Q_EMIT followedChanged();
+  });
   connect(&setup_.session, &SessionEvents::lockedChanged, this, [this](bool locked) {
     isLocked_ = locked;
-    if (isShowing_) loadPreviews();
+    if (isShowing_) return loadPreviews(wanted_);
+    generation_ = QUuid::createUuid();
+    worker_->setWanted(generation_);
+    underWay_.clear();
+    restUnlessNeeded();
   });
 }
 
@@ -59,12 +66,17 @@ WindowService::~WindowService() = default;
 
 QImage WindowService::preview(quint64 window) const { return previews_.value(window); }
 
+void WindowService::setFixedPreviews(const QHash<quint64, QImage>& previews) {
+  isFixed_ = true;
+  previews_ = previews;
+}
+
 // --- The list -------------------------------------------------------------------------------------------------------
 
 QList<AccessibleWindow> WindowService::listed() const {
   QList<AccessibleWindow> windows;
   const QList<ClientWindow> all = setup_.windows.all();
-  for (const RunningApp& app : setup_.applications.list()) {
+  for (const RunningApp& app : setup_.applications()) {
     for (const quint64 id : app.windows) {
       const ClientWindow* window = known(id, all);
       if (!window) continue;
@@ -134,20 +146,31 @@ void WindowService::close(quint64 window) {
 // --- Pictures -------------------------------------------------------------------------------------------------------
 
 void WindowService::loadPreviews() {
+  QList<quint64> windows;
+  for (const AccessibleWindow& window : windows_) windows.append(window.id);
+  loadPreviews(windows);
+}
+
+void WindowService::loadPreviews(const QList<quint64>& windows) {
+  if (isFixed_ || !setup_.windows.pictures()) return;
   generation_ = QUuid::createUuid();
   worker_->setWanted(generation_);
   isShowing_ = true;
+  wanted_ = windows;
   if (isLocked_) return restUnlessNeeded();
-  QList<quint64> seen;
-  for (const AccessibleWindow& window : windows_)
-    if (!window.minimized) seen.append(window.id);
+  QList<quint64> seen = windows;
+  const QList<ClientWindow> all = setup_.windows.all();
+  seen.removeIf([&](quint64 id) {
+    const ClientWindow* const window = known(id, all);
+    return !window || window->minimised;
+  });
   work_.start(
       [worker = worker_, seen] {
         if (worker->pictures().capability()) worker->pictures().hold(seen);
         return 0;
       },
       [](int) {});
-  for (const quint64 window : seen) take(window, false, generation_);
+  for (const quint64 window : std::as_const(seen)) take(window, false, generation_);
 }
 
 void WindowService::take(quint64 window, bool onlyIfChanged, QUuid generation) {
@@ -169,13 +192,15 @@ void WindowService::show(quint64 window, const QImage& picture) {
 }
 
 void WindowService::stopPreviews() {
+  if (isFixed_ || !setup_.windows.pictures()) return;
   generation_ = QUuid::createUuid();
   worker_->setWanted(generation_);
   isShowing_ = false;
   underWay_.clear();
-  const auto isMinimized = [this](quint64 id) {
-    const auto found = std::ranges::find(windows_, id, &AccessibleWindow::id);
-    return found != windows_.end() && found->minimized;
+  const QList<ClientWindow> all = setup_.windows.all();
+  const auto isMinimized = [&](quint64 id) {
+    const ClientWindow* const window = known(id, all);
+    return window && window->minimised;
   };
   QList<quint64> kept;
   for (const DockWidget& widget : followed_)
@@ -186,6 +211,7 @@ void WindowService::stopPreviews() {
 }
 
 void WindowService::restUnlessNeeded() {
+  if (!setup_.windows.pictures()) return;
   if (!isLocked_ && (isShowing_ || !followed_.isEmpty())) return;
   work_.start(
       [worker = worker_] {
@@ -223,7 +249,7 @@ void WindowService::follow(const QList<DockWidget>& widgets) {
 }
 
 void WindowService::beat(const ActiveSets&) {
-  if (isLocked_) return;
+  if (isFixed_ || isLocked_ || !setup_.windows.pictures()) return;
   for (const DockWidget& widget : std::as_const(followed_)) {
     const auto window = pinned(widget);
     if (!window || window->minimized || underWay_.contains(window->id)) continue;

@@ -9,7 +9,7 @@
 #include <functional>
 #include <memory>
 
-#include "apps/RunningApplications.h"
+#include "apps/RunningApp.h"
 #include "base/OrderedWork.h"
 #include "config/DockWidget.h"
 #include "desktop/ClientWindows.h"
@@ -40,9 +40,9 @@ class WindowService final : public QObject, public BeatClient {
  public:
   struct Setup {
     ClientWindows& windows;
-    const RunningApplications& applications;
+    std::function<QList<RunningApp>()> applications;
     const SessionEvents& session;
-    /// Makes the adapter, on the thread that uses it.
+    /// Makes the adapter, on the thread that uses it; empty where ClientWindows::pictures() says no.
     std::function<std::unique_ptr<WindowPictures>()> pictures;
   };
 
@@ -59,6 +59,8 @@ class WindowService final : public QObject, public BeatClient {
   const QString& message() const { return message_; }
   /// How a window looked when it was taken last; null where it never was.
   QImage preview(quint64 window) const;
+  /// Such pictures once and for all, where nothing is to be asked.
+  void setFixedPreviews(const QHash<quint64, QImage>& previews);
 
   /// Lists the windows, those of one application where `bundleID` is given.
   void refresh(const QString& bundleID = {});
@@ -68,6 +70,8 @@ class WindowService final : public QObject, public BeatClient {
 
   /// Takes pictures of the listed windows. Those of an earlier call that are not taken yet come to nothing.
   void loadPreviews();
+  /// The same of these windows, whether they are listed or not.
+  void loadPreviews(const QList<quint64>& windows);
   void stopPreviews();
 
   /// A widget that shows this window from now on, and finds it again by its title.
@@ -87,6 +91,8 @@ class WindowService final : public QObject, public BeatClient {
   /// windows() or message().
   void changed();
   void previewChanged(quint64 window);
+  /// A window that is followed may have come, gone or got another title.
+  void followedChanged();
 
  private:
   class Worker;
@@ -103,8 +109,10 @@ class WindowService final : public QObject, public BeatClient {
   QString bundleID_;
   QString message_;
   QHash<quint64, QImage> previews_;
+  bool isFixed_ = false;
   bool isLocked_ = false;
-  bool isShowing_ = false;  ///< Pictures of the listed windows are wanted.
+  bool isShowing_ = false;  ///< Pictures of `wanted_` are asked for.
+  QList<quint64> wanted_;
   QList<DockWidget> followed_;
   QSet<quint64> underWay_;  ///< Followed windows whose picture is being taken.
   QUuid generation_;

@@ -10,7 +10,9 @@ ZoomInspection ZoomInspection::inspect(qint64 pid, AccessibleControls& controls,
     for (qsizetype i = 0; i < waiting.size() && i < kMostElements; ++i) {
       if (isOver()) return found;
       const AccessibleControls::Element element = waiting[i];
-      if (const auto reading = controls.read(element)) found.take(element, *reading);
+      const auto reading = controls.read(element);
+      if (!reading) continue;
+      found.take(element, *reading);
       const QList<AccessibleControls::Element> children = controls.children(element);
       // Counted are those that still wait, not those that were looked at.
       const qsizetype room = kMostWaiting - (waiting.size() - i - 1);

@@ -88,7 +88,7 @@ bool ZoomMeetingService::isNeededBy(const ActiveSets& active) const {
 template <class Work, class Done>
 void ZoomMeetingService::ask(Work work, Done done) {
   generation_ = QUuid::createUuid();
-  if (!std::exchange(loading_, true)) Q_EMIT changed();
+  loading_ = true;
   work_.start([inspector = inspector_, work] { return work(*inspector); },
               [this, done, generation = generation_](const auto& answer) {
                 if (generation != generation_) return;
@@ -107,6 +107,10 @@ void ZoomMeetingService::perform(ZoomAction action, const QString& expected) {
         if (failure.isEmpty()) return refresh();
         State state = state_;
         state.error = failure;
+        // Nothing can be pressed any more where the program or the bus has gone.
+        if (failure != tr("Zoom’s controls changed. Refresh before trying again.") &&
+            failure != tr("Zoom did not accept this action. Use its meeting toolbar."))
+          state = {.error = failure};
         take(state);
       });
 }
@@ -118,8 +122,7 @@ void ZoomMeetingService::forget() {
 }
 
 void ZoomMeetingService::take(const State& state) {
-  state_ = state;
-  Q_EMIT changed();
+  if (std::exchange(state_, state) != state) Q_EMIT changed();
 }
 
 }  // namespace tarnwick

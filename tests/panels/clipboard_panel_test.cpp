@@ -51,6 +51,8 @@ class ClipboardPanelTest : public FolderTest {
                                                .machine = fixed.machine,
                                                .apps = fixed.apps,
                                                .windows = fixed.windows,
+                                               .windowService = fixed.windowService,
+                                               .meeting = fixed.meeting,
                                                .clipboard = *history,
                                                .pasteboard = clipboard,
                                                .connections = fixed.connections}};

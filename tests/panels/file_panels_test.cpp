@@ -199,9 +199,17 @@ TEST(FileMenus, OfferWhatCanBeDoneByMouseKeyboardAndReader) {
 
 TEST(RunningAppsPanel, LeadsToWindowsOrApps) {
   ListPanel windows(u"openWindows"_s);
-  EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal|tiles.cpp|robin@kendal: ~|Inbox");
+  EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal|tiles.cpp|Inbox|robin@kendal: ~");
   Q_EMIT windows.view().opened(u"11"_s);
   EXPECT_EQ(windows.did(), "window 11");
+  auto& field = *windows.panel->findChild<SearchField*>();
+  field.setText(u"brow"_s);
+  EXPECT_EQ(windows.titles(), "Release notes|Weather in Kendal") << "of an app of that name";
+  field.setText(u"inb"_s);
+  QTest::keyClick(&field, Qt::Key_Return);
+  EXPECT_EQ(windows.did(), "window 40");
+  field.setText(u"nothing"_s);
+  EXPECT_TRUE(windows.view().isHidden());
   ListPanel apps(u"topApps"_s, [](ListPanel& open) { open.fixture.readings().windows.list.clear(); });
   EXPECT_EQ(apps.titles(), "Browser|Editor|Terminal|Mail");
   EXPECT_EQ(apps.view().items().first().caption, u"2 windows"_s);

@@ -66,16 +66,17 @@ TEST(ProcessSection, HasProcessesReadWhileNoTileDoes) {
   ProcessMonitor monitor(std::move(owned), clock);
   const PanelContext fixed = fixture.contextOf(u"cpu"_s);
   const ReadingServices& others = fixed.readings;
-  const PanelContext context{fixed.store,
-                             fixed.scheduler,
-                             fixed.toggles,
-                             fixed.commands,
-                             fixed.widget,
-                             fixed.display,
-                             fixed.sources,
-                             {others.recent, others.bookmarks, others.screenshots, others.stacks, others.thumbnails,
-                              monitor, others.temperature, others.machine, others.apps, others.windows,
-                              others.clipboard, others.pasteboard, others.connections}};
+  const PanelContext context{
+      fixed.store,
+      fixed.scheduler,
+      fixed.toggles,
+      fixed.commands,
+      fixed.widget,
+      fixed.display,
+      fixed.sources,
+      {others.recent, others.bookmarks, others.screenshots, others.stacks, others.thumbnails, monitor,
+       others.temperature, others.machine, others.apps, others.windows, others.windowService, others.meeting,
+       others.clipboard, others.pasteboard, others.connections}};
   const TileSources sources = SnapshotFixture::sources();
   // A sample at a time, as on a machine where a second is enough for one.
   const auto beat = [&] {

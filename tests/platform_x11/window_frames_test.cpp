@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QTemporaryDir>
 
@@ -15,6 +18,51 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr auto kPatience = 500ms;
+
+/// Ends its process without a word at a certain call.
+class DyingFrames final : public WindowFrames {
+ public:
+  explicit DyingFrames(int calls) : left_(calls) {}
+
+  Capability capability() override { return step(), frames_.capability(); }
+  std::optional<QList<Window>> all(std::chrono::milliseconds patience) override {
+    return step(), frames_.all(patience);
+  }
+  std::optional<QRectF> frame(quint32 number, std::chrono::milliseconds patience) override {
+    return step(), frames_.frame(number, patience);
+  }
+  QRectF accepted(quint32 number, const QRectF& wanted) override { return step(), frames_.accepted(number, wanted); }
+  bool setFrame(quint32 number, const QRectF& frame, std::chrono::milliseconds patience) override {
+    step();
+    const bool isThere = frames_.setFrame(number, frame, patience);
+    step();
+    return isThere;
+  }
+
+ private:
+  void step() {
+    if (--left_ == 0) ::kill(::getpid(), SIGKILL);
+  }
+
+  X11WindowFrames frames_;
+  int left_;
+};
+
+/// Moves windows aside and back in a process of its own, which dies at that call. Whether it did.
+bool diesWhileMoving(const QString& folder, const ReservedSpace& space, int call) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    DyingFrames frames(call);
+    WindowReservationJournal journal(folder, 0ms);
+    WindowKeeper keeper(frames, journal, &processLaunch, ::getpid());
+    keeper.reserve({space});
+    keeper.restore();
+    ::_exit(0);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFSIGNALED(status);
+}
 
 /// Real programs under a real window manager, seen over a connection of the adapter's own.
 class X11WindowFramesTest : public ::testing::Test {
@@ -85,6 +133,32 @@ TEST_F(X11WindowFramesTest, WindowsAreKeptClearOfADockAndComeBackAfterADeath) {
   EXPECT_EQ(keeper.restore(), QString());
   EXPECT_EQ(frame(window.number), before);
   EXPECT_TRUE(journal.records().isEmpty());
+}
+
+TEST_F(X11WindowFramesTest, AWindowComesBackWhereverItsMoverIsKilled) {
+  const QTemporaryDir folder;
+  const auto window = terminal(u"60x20+100+300"_s);
+  const QRectF before = frame(window.number);
+  const QRectF dock(0, before.bottom() - 50, 1000, 200);
+  const ReservedSpace space{dock, QRectF(0, 0, dock.right(), dock.bottom()), 1};
+  int kills = 0;
+  int moved = 0;
+  for (int call = 1; kills < 200; ++call) {
+    // Behind the last call it ends by itself, and all steps begin again.
+    if (!diesWhileMoving(folder.path(), space, call)) {
+      ASSERT_GT(call, 5);
+      call = 0;
+      continue;
+    }
+    ++kills;
+    if (frame(window.number) != before) ++moved;
+    WindowReservationJournal journal(folder.path(), 0ms);
+    WindowKeeper keeper(frames_, journal, &processLaunch, ::getpid());
+    ASSERT_EQ(keeper.restore(), QString());
+    ASSERT_EQ(frame(window.number), before) << "killed at call " << call;
+    ASSERT_TRUE(journal.records().isEmpty());
+  }
+  EXPECT_GT(moved, 20) << "many died while it stood aside";
 }
 
 }  // namespace

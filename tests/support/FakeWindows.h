@@ -20,6 +20,7 @@ class FakeWindows final : public ClientWindows {
     Q_EMIT changed();
   }
   void minimise(quint64 id) override { minimised << id; }
+  Capability pictures() const override { return Capability::yes(); }
   Capability frames() const override { return tellsFrames; }
   void watchFrames(bool watched) override { watchesFrames = watched; }
   void move(quint64 id, const QRectF& frame) {

@@ -7,6 +7,7 @@
 #include "views/families/files/PlaceTiles.h"
 #include "views/families/system/MetricTiles.h"
 #include "views/families/system/ProcessTiles.h"
+#include "views/families/windows/RunningTiles.h"
 #include "views/tiles/GenericTile.h"
 #include "views/tiles/TileContent.h"
 #include "widgets/FileWords.h"
@@ -202,6 +203,18 @@ TEST(AppTiles, ShowWhatRuns) {
   pinned.options[u"windowTitle"_s] = u"Budget"_s;
   pinned.options[u"appName"_s] = u"Sheets"_s;
   EXPECT_EQ(spoken(pinned, sources), "Budget: Sheets");
+  sources.readings.pinnedWindows[pinned.id] = {u"1"_s, QImage(4, 4, QImage::Format_RGB32)};
+  EXPECT_FALSE(contentOf<PinnedWindowContent>(pinned, sources).picture.image.isNull());
+}
+
+TEST(MeetingTiles, TellWhetherOneIsHeard) {
+  TileSources sources = morning();
+  const DockWidget zoom = widget(u"zoomMeeting"_s);
+  EXPECT_EQ(spoken(zoom, sources), "N: No meeting");
+  sources.readings.meeting = MeetingFacts{true, true, 1, {}, {}};
+  EXPECT_EQ(spoken(zoom, sources), "N: Duration unavailable, 1 participant, muted");
+  sources.readings.meeting = MeetingFacts{true, false, {}, u"12:05"_s, {}};
+  EXPECT_EQ(spoken(zoom, sources), "N: 12:05, Participants unavailable");
 }
 
 TEST(FileTiles, TellWhatTheyKnow) {

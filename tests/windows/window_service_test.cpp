@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <mutex>
 
+#include "apps/RunningApplications.h"
 #include "support/FakeWindows.h"
 #include "support/TestScheduler.h"
 #include "support/Wait.h"
@@ -95,9 +96,10 @@ class Windows : public testing::Test {
   RunningApplications applications_{windows_, installed_, {u"ours"_s, 1}};
   SessionEvents session_;
   Painted painted_;
-  WindowService service_{{.windows = windows_, .applications = applications_, .session = session_, .pictures = [this] {
-                            return std::make_unique<FakePictures>(painted_);
-                          }}};
+  WindowService service_{{.windows = windows_,
+                          .applications = [this] { return applications_.list(); },
+                          .session = session_,
+                          .pictures = [this] { return std::make_unique<FakePictures>(painted_); }}};
 };
 
 TEST_F(Windows, AreListedByTheirAppAndTitle) {

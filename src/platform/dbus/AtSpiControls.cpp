@@ -29,6 +29,7 @@ constexpr auto kProxy = "xdg-dbus-proxy"_L1;
 constexpr std::array<quint32, 7> kControls{7, 8, 35, 43, 44, 45, 62};
 constexpr quint32 kEnabled = 8;
 constexpr quint32 kSensitive = 24;
+constexpr quint32 kShowing = 25;
 
 QDBusPendingCall call(const QDBusConnection& bus, const AccessibleControls::Element& element,
                       QLatin1StringView interface, const QString& method, const QVariantList& arguments = {}) {
@@ -94,7 +95,7 @@ bool isEnabled(const QVariant& states) {
   const auto has = [&words](quint32 state) {
     return words.size() > state / 32 && (words[state / 32] >> (state % 32) & 1U) != 0;
   };
-  return has(kEnabled) || has(kSensitive);
+  return has(kShowing) && (has(kEnabled) || has(kSensitive));
 }
 
 }  // namespace

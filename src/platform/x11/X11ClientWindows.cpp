@@ -1,5 +1,8 @@
 #include "platform/x11/X11ClientWindows.h"
 
+#include <xcb/composite.h>
+
+#include <QCoreApplication>
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -14,9 +17,14 @@ namespace {
 constexpr quint32 kFromPager = 2;
 constexpr quint32 kIconic = 3;
 
+struct X11ClientWindowsWords {
+  Q_DECLARE_TR_FUNCTIONS(X11ClientWindows)
+};
+
 }  // namespace
 
-X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens) : events_(events), screens_(screens) {
+X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens, Capability moves)
+    : events_(events), screens_(screens), moves_(std::move(moves)) {
   connect(&events, &X11Events::rootPropertyChanged, this, [this](quint32 name) {
     for (const X11Atom one : {X11Atom::NetClientList, X11Atom::NetActiveWindow, X11Atom::NetCurrentDesktop}) {
       if (name == events_.atom(one)) refreshLater();
@@ -34,6 +42,12 @@ X11ClientWindows::X11ClientWindows(X11Events& events, const X11Screens& screens)
   });
   connect(&screens, &X11Screens::changed, this, &X11ClientWindows::refreshLater);
   refresh();
+}
+
+Capability X11ClientWindows::pictures() const {
+  const auto* composite = xcb_get_extension_data(events_.connection(), &xcb_composite_id);
+  if (composite && composite->present) return Capability::yes();
+  return Capability::no(X11ClientWindowsWords::tr("This X server cannot show windows that others cover."));
 }
 
 void X11ClientWindows::watchFrames(bool watched) {

@@ -17,8 +17,11 @@ namespace tarnwick {
 class X11ClientWindows final : public ClientWindows {
   Q_OBJECT
  public:
-  X11ClientWindows(X11Events& events, const X11Screens& screens);
+  /// `moves` says whether windows may be moved: under a Wayland compositor only some of them are known here.
+  X11ClientWindows(X11Events& events, const X11Screens& screens, Capability moves = Capability::yes());
 
+  Capability moves() const override { return moves_; }
+  Capability pictures() const override;
   QList<ClientWindow> all() const override { return windows_; }
   void watchFrames(bool watched) override;
   void activate(quint64 id) override;
@@ -45,6 +48,7 @@ class X11ClientWindows final : public ClientWindows {
 
   X11Events& events_;
   const X11Screens& screens_;
+  Capability moves_;
   QList<xcb_window_t> order_;
   QHash<xcb_window_t, Known> known_;
   QSet<xcb_window_t> stale_;

@@ -2,6 +2,8 @@
 
 #include <poll.h>
 
+#include <cerrno>
+
 namespace tarnwick {
 
 std::unique_ptr<X11OwnConnection> X11OwnConnection::open() {
@@ -29,7 +31,11 @@ bool X11OwnConnection::wait(const QDeadlineTimer& end, const Take& take) const {
   if (came) return true;
   pollfd waiting{xcb_get_file_descriptor(connection()), POLLIN, 0};
   xcb_flush(connection());
-  return ::poll(&waiting, 1, static_cast<int>(end.remainingTime())) > 0 && !isBroken();
+  int ready = 0;
+  do {
+    ready = ::poll(&waiting, 1, static_cast<int>(end.remainingTime()));
+  } while (ready < 0 && errno == EINTR);
+  return ready > 0 && !isBroken();
 }
 
 }  // namespace tarnwick

@@ -1,7 +1,10 @@
 #include "platform/x11/X11WindowFrames.h"
 
+#include <xcb/res.h>
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QHash>
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -69,6 +72,33 @@ std::optional<X11WindowReader::Answer> look(const X11OwnConnection& server, xcb_
   return answer.frame.isEmpty() ? std::nullopt : std::optional(answer);
 }
 
+/// The processes that the server knows for these windows. What a program says itself is wrong where it runs in a
+/// sandbox that numbers processes anew.
+QHash<quint32, int> processesOf(const X11OwnConnection& server, const QList<quint32>& windows) {
+  xcb_connection_t* const connection = server.connection();
+  const auto* resource = xcb_get_extension_data(connection, &xcb_res_id);
+  if (!resource || !resource->present || windows.isEmpty()) return {};
+  const XcbReply version(xcb_res_query_version_reply(connection, xcb_res_query_version(connection, 1, 2), nullptr));
+  if (!version || std::pair(version->server_major, version->server_minor) < std::pair<quint16, quint16>(1, 2))
+    return {};
+  std::vector<xcb_res_client_id_spec_t> wanted;
+  for (const quint32 window : windows) wanted.push_back({window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
+  const auto cookie = xcb_res_query_client_ids(connection, static_cast<quint32>(wanted.size()), wanted.data());
+  const XcbReply reply(xcb_res_query_client_ids_reply(connection, cookie, nullptr));
+  if (!reply) return {};
+  const quint32 own = xcb_get_setup(connection)->resource_id_mask;
+  QHash<quint32, int> ofPrograms;
+  for (auto each = xcb_res_query_client_ids_ids_iterator(reply.get()); each.rem > 0;
+       xcb_res_client_id_value_next(&each))
+    if ((each.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 &&
+        xcb_res_client_id_value_value_length(each.data) > 0)
+      ofPrograms.insert(each.data->spec.client & ~own, static_cast<int>(*xcb_res_client_id_value_value(each.data)));
+  QHash<quint32, int> found;
+  for (const quint32 window : windows)
+    if (const auto pid = ofPrograms.constFind(window & ~own); pid != ofPrograms.cend()) found.insert(window, *pid);
+  return found;
+}
+
 /// Whether moves of a window come as events.
 void follow(const X11OwnConnection& server, xcb_window_t window, bool followed) {
   const quint32 events = followed ? XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
@@ -92,14 +122,16 @@ std::optional<QList<WindowFrames::Window>> X11WindowFrames::all(std::chrono::mil
   PropertyRequest list = server->ofRoot(X11Atom::NetClientList);
   PropertyRequest front = server->ofRoot(X11Atom::NetActiveWindow);
   std::vector<X11WindowReader> readers;
-  for (const xcb_window_t window : list.words()) readers.emplace_back(server->server(), window);
+  const QList<quint32> listed = list.words();
+  for (const xcb_window_t window : listed) readers.emplace_back(server->server(), window);
+  const QHash<quint32, int> processes = processesOf(*server, listed);
   const xcb_window_t active = front.word();
   QList<Window> windows;
   for (X11WindowReader& reader : readers) {
     const auto [window, frame, outline, desktop] = reader.read();
     if (frame.isEmpty() || window.dock || window.desktop) continue;
-    windows.append({reader.window(), static_cast<int>(window.pid), outline, reader.window() == active, window.minimised,
-                    window.maximised, window.fullscreen});
+    windows.append({reader.window(), processes.value(reader.window(), static_cast<int>(window.pid)), outline,
+                    reader.window() == active, window.minimised, window.maximised, window.fullscreen});
   }
   if (server->isBroken()) return std::nullopt;
   return windows;

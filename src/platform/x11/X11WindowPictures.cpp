@@ -145,6 +145,14 @@ void X11WindowPictures::hold(const QList<quint64>& windows) {
   }
 }
 
+void X11WindowPictures::letGo(const X11OwnConnection& server, xcb_window_t window) {
+  const auto kept = kept_.constFind(window);
+  if (kept == kept_.cend()) return;
+  server.forget(xcb_damage_destroy_checked(server.connection(), kept->damage));
+  server.forget(xcb_composite_unredirect_window_checked(server.connection(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC));
+  kept_.erase(kept);
+}
+
 QImage X11WindowPictures::take(quint64 id) {
   const X11OwnConnection* const server = connection();
   if (!server || !isAble_) return {};
@@ -156,7 +164,7 @@ QImage X11WindowPictures::take(quint64 id) {
   const bool isSeen = geometry && attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
                       geometry->width <= kMostWindowPixels && geometry->height <= kMostWindowPixels;
   if (!isSeen) {
-    kept_.remove(window);
+    letGo(*server, window);
     return {};
   }
   hold({id});

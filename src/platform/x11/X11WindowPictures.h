@@ -33,6 +33,7 @@ class X11WindowPictures final : public WindowPictures {
 
   X11OwnConnection* connection();
   bool prepare(const X11OwnConnection& server);
+  void letGo(const X11OwnConnection& server, xcb_window_t window);
   void note(const xcb_generic_event_t& event);
   QImage scaled(const X11OwnConnection& server, xcb_window_t window, const xcb_get_geometry_reply_t& geometry,
                 xcb_visualid_t visual) const;

@@ -18,8 +18,8 @@ namespace {
 constexpr double kIconTop = 9;
 constexpr double kIconTitle = 64;
 constexpr double kPictureInset = 5;
-constexpr double kPictureHeight = 58;
-constexpr double kPictureTitle = 79;
+constexpr double kPictureBelow = 29;  ///< What a picture leaves of its cell for the title.
+constexpr double kPictureTitle = 13;  ///< The title's middle, above the end of the cell.
 constexpr double kActionSymbol = 14;
 
 }  // namespace
@@ -84,10 +84,10 @@ void ItemView::Painter::paintCell(QPainter& painter, const QRectF& box, const Vi
   const bool icons = view_.shape_ == Shape::Icons;
   QRectF place(box.center().x() - kIconSize / 2, box.top() + kIconTop, kIconSize, kIconSize);
   if (!icons)
-    place =
-        QRectF(box.left() + kPictureInset, box.top() + kPictureInset, box.width() - kPictureInset * 2, kPictureHeight);
+    place = QRectF(box.left() + kPictureInset, box.top() + kPictureInset, box.width() - kPictureInset * 2,
+                   box.height() - kPictureInset - kPictureBelow);
   if (view_.picture_) view_.picture_(painter, place, item);
-  const double y = box.top() + (icons ? kIconTitle : kPictureTitle);
+  const double y = icons ? box.top() + kIconTitle : box.bottom() - kPictureTitle;
   drawTextIn(painter, QRectF(box.left() + 4, y - 10, box.width() - 8, 20), item.title, TextStyle::Caption,
              look.palette.primary, Qt::AlignHCenter, view_.elide_);
 }

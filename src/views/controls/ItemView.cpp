@@ -23,8 +23,6 @@ namespace {
 
 constexpr int kIconColumns = 4;
 constexpr int kIconCell = 78;
-constexpr int kPictureColumns = 3;
-constexpr int kPictureCell = 92;
 
 bool isDragged(const ViewItem& item) { return !item.drag.isEmpty() || !item.dragText.isEmpty(); }
 
@@ -96,6 +94,12 @@ void ItemView::setMostRows(int rows) {
   fitHeight();
 }
 
+void ItemView::setPictureCell(int columns, int height) {
+  pictureColumns_ = columns;
+  pictureCell_ = height;
+  fitHeight();
+}
+
 void ItemView::setItems(const QList<ViewItem>& items) {
   if (items == model_->items) return;
   const bool taller = !items.isEmpty() && (items.first().caption.isEmpty() != cellHasNoCaption_);
@@ -127,7 +131,7 @@ void ItemView::followField(QLineEdit& field) {
 int ItemView::columns() const {
   return shape_ == Shape::Rows    ? 1
          : shape_ == Shape::Icons ? std::max(kIconColumns, width() / kIconCell)
-                                  : kPictureColumns;
+                                  : pictureColumns_;
 }
 
 QSize ItemView::cell() const {
@@ -136,7 +140,7 @@ QSize ItemView::cell() const {
   if (shape_ == Shape::Rows)
     return {viewport()->width(), cellHasNoCaption_ ? theme::kRowHeight : theme::kTallRowHeight};
   if (shape_ == Shape::Icons) return {width, kIconCell};
-  return {width, kPictureCell};
+  return {width, pictureCell_};
 }
 
 QSize ItemView::sizeHint() const {
@@ -208,6 +212,11 @@ void ItemView::mousePressEvent(QMouseEvent* event) {
 
 void ItemView::mouseReleaseEvent(QMouseEvent* event) {
   const Side pressed = std::exchange(pressed_, Side::None);
+  if (event->button() == Qt::MiddleButton) {
+    if (const QModelIndex index = indexAt(event->position().toPoint()); index.isValid())
+      Q_EMIT middleClicked(idAt(index));
+    return;
+  }
   if (pressed == Side::None) {
     QListView::mouseReleaseEvent(event);
     return;
@@ -322,7 +331,8 @@ bool ItemView::eventFilter(QObject* watched, QEvent* event) {
       QListView::keyPressEvent(&key);
       return true;
     case Qt::Key_Delete:
-      return false;
+      // There is nothing to delete in the field.
+      return field_->text().isEmpty() && isKept(key);
     default:
       return isKept(key);
   }

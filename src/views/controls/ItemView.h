@@ -57,6 +57,8 @@ class ItemView final : public QListView, public ItemActions {
   void setElide(Elide elide) { elide_ = elide; }
   /// How many rows of cells are seen at most.
   void setMostRows(int rows);
+  /// How many pictures stand beside each other, and how tall one is with its title.
+  void setPictureCell(int columns, int height);
   /// The item that was chosen stays so, if it is still there.
   void setItems(const QList<ViewItem>& items);
   const QList<ViewItem>& items() const;
@@ -81,6 +83,7 @@ class ItemView final : public QListView, public ItemActions {
  Q_SIGNALS:
   void opened(const QString& id);
   void actionRequested(const QString& id);
+  void middleClicked(const QString& id);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -126,6 +129,8 @@ class ItemView final : public QListView, public ItemActions {
   QString menuLabel_;
   Elide elide_ = Elide::End;
   int mostRows_ = 6;
+  int pictureColumns_ = 3;
+  int pictureCell_ = 92;
   bool cellHasNoCaption_ = false;
   QLineEdit* field_ = nullptr;
   Side pressed_ = Side::None;

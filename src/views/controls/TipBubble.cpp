@@ -1,6 +1,8 @@
 #include "views/controls/TipBubble.h"
 
 #include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
 #include <cmath>
 
 #include "views/controls/Mirroring.h"
@@ -8,6 +10,13 @@
 #include "views/theme/Theme.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr QSizeF kPicture(180, 112);
+constexpr double kPictureGap = 8;
+constexpr double kPictureCorner = 6;
+
+}  // namespace
 
 TipBubble::TipBubble(QWidget* parent)
     : QWidget(parent), palette_(Palette::make(DockStyle::DarkGlass, Backdrop::Plain, false)) {
@@ -21,6 +30,19 @@ void TipBubble::setText(const QString& text) {
   setAccessibleName(text);
   updateGeometry();
   update();
+}
+
+void TipBubble::setPictures(const QList<QImage>& pictures) {
+  if (pictures == pictures_) return;
+  pictures_ = pictures;
+  updateGeometry();
+  update();
+}
+
+QSizeF TipBubble::picturesSize() const {
+  if (pictures_.isEmpty()) return {};
+  const double count = static_cast<double>(pictures_.size());
+  return {count * kPicture.width() + (count - 1) * kPictureGap, kPicture.height() + kPictureGap};
 }
 
 void TipBubble::setLook(DockStyle style, Backdrop backdrop) {
@@ -37,7 +59,9 @@ QMargins TipBubble::margins() const { return Glass::margins(palette_.panel, them
 
 QSize TipBubble::sizeHint() const {
   const QSizeF size = WrappedText(text_, TextStyle::Body, theme::kBubbleTextWidth).size;
-  const QSizeF pane(size.width() + theme::kTipPaddingX * 2, size.height() + theme::kTipPaddingY * 2);
+  const QSizeF pictures = picturesSize();
+  const QSizeF pane(std::max(size.width(), pictures.width()) + theme::kTipPaddingX * 2,
+                    size.height() + pictures.height() + theme::kTipPaddingY * 2);
   return QSize(static_cast<int>(std::ceil(pane.width())), static_cast<int>(std::ceil(pane.height())))
       .grownBy(margins());
 }
@@ -59,9 +83,36 @@ void TipBubble::paintEvent(QPaintEvent*) {
   glass_.paint(painter, pane, palette_.panel, theme::kTipCorner / theme::kTipShadowScale, theme::kTipShadowScale);
   WrappedText text(text_, TextStyle::Body, theme::kBubbleTextWidth);
   const double left = pane.left() + (pane.width() - text.size.width()) / 2;
-  const double top = pane.top() + (pane.height() - text.size.height()) / 2;
+  const QSizeF pictures = picturesSize();
+  const double top = pane.top() + pictures.height() + (pane.height() - pictures.height() - text.size.height()) / 2;
+  const QPointF corner(pane.left() + (pane.width() - pictures.width()) / 2, pane.top() + theme::kTipPaddingY);
+  paintPictures(painter, {corner, pictures});
   painter.setPen(palette_.primary);
   text.draw(painter, {std::round(left), std::round(top)}, Mirroring(*this).isMirrored());
+}
+
+void TipBubble::paintPictures(QPainter& painter, const QRectF& row) const {
+  painter.save();
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  for (qsizetype i = 0; i < pictures_.size(); ++i) {
+    const double left = row.left() + static_cast<double>(i) * (kPicture.width() + kPictureGap);
+    const QSizeF size = pictures_[i].isNull() ? kPicture : QSizeF(pictures_[i].size());
+    QRectF place(QPointF(), size.scaled(kPicture, Qt::KeepAspectRatio));
+    place.moveCenter({left + kPicture.width() / 2, row.top() + kPicture.height() / 2});
+    QPainterPath outline;
+    outline.addRoundedRect(place, kPictureCorner, kPictureCorner);
+    if (pictures_[i].isNull()) {
+      painter.fillPath(outline, palette_.well);
+      continue;
+    }
+    painter.save();
+    painter.setClipPath(outline);
+    painter.drawImage(place, pictures_[i]);
+    painter.restore();
+    painter.setPen(QPen(palette_.separator, 1));
+    painter.drawPath(outline);
+  }
+  painter.restore();
 }
 
 }  // namespace tarnwick

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QImage>
+#include <QList>
 #include <QMargins>
 #include <QString>
 #include <QWidget>
@@ -16,6 +18,9 @@ class TipBubble final : public QWidget {
 
   void setText(const QString& text);
   const QString& text() const { return text_; }
+  /// Small pictures above the text, side by side; a null one is a place that is kept.
+  void setPictures(const QList<QImage>& pictures);
+  const QList<QImage>& pictures() const { return pictures_; }
   /// The dock's look; the tip follows it.
   void setLook(DockStyle style, Backdrop backdrop);
 
@@ -29,8 +34,11 @@ class TipBubble final : public QWidget {
 
  private:
   void cut();
+  QSizeF picturesSize() const;
+  void paintPictures(QPainter& painter, const QRectF& row) const;
 
   QString text_;
+  QList<QImage> pictures_;
   Palette palette_;
   Glass glass_;
   bool isCut_ = false;  ///< Where nothing composites, the window has the shape of the pane.

@@ -28,7 +28,8 @@ std::optional<DockTip> PointedTips::of(qsizetype item, std::optional<QPointF> po
       return DockTip{u"%1 %2"_s.arg(key).arg(part->part), part->text, shape_.beside(place)};
     }
   const QString text = tiles_.textOf(item).tip();
-  return text.isEmpty() ? std::nullopt : std::optional(DockTip{key, text, shape_.beside(tile)});
+  if (text.isEmpty()) return std::nullopt;
+  return DockTip{key, text, shape_.beside(tile), tiles_.applicationOf(item)};
 }
 
 }  // namespace tarnwick

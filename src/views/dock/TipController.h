@@ -14,6 +14,7 @@ struct DockTip {
   QString key;  ///< Of what it is about. The text of that may change while the tip is seen.
   QString text;
   QRect beside;
+  quint64 application = 0;  ///< The running application that it is about, by its identity; 0 for none.
 
   bool operator==(const DockTip&) const = default;
 };

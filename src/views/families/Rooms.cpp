@@ -30,13 +30,14 @@ extern const Room kDevicesRoom;
 extern const Room kPeopleRoom;
 extern const Room kClipboardRoom;
 extern const Room kGapsRoom;
+extern const Room kMeetingsRoom;
 
 namespace {
 
 constexpr std::array kRooms = {&kClocksRoom,  &kCalendarRoom,  &kTimersRoom,   &kNotesRoom, &kHabitsRoom,
                                &kSystemRoom,  &kAppsRoom,      &kWindowsRoom,  &kFilesRoom, &kUtilitiesRoom,
                                &kTogglesRoom, &kWeatherRoom,   &kServicesRoom, &kMediaRoom, &kDevicesRoom,
-                               &kPeopleRoom,  &kClipboardRoom, &kGapsRoom};
+                               &kPeopleRoom,  &kClipboardRoom, &kGapsRoom, &kMeetingsRoom};
 
 const RoomRow* rowIn(std::span<const RoomRow> rows, const QString& word) {
   const auto row = std::ranges::find(rows, word, &RoomRow::of);

@@ -14,6 +14,15 @@ class NoSensors final : public ProcessorTemperatures {
   quint32 read(double*, quint32) override { return 0; }
 };
 
+class NoControls final : public AccessibleControls {
+ public:
+  Capability capability() override { return Capability::yes(); }
+  QList<Element> windows(qint64) override { return {}; }
+  QList<Element> children(const Element&) override { return {}; }
+  std::optional<Reading> read(const Element&) override { return std::nullopt; }
+  bool press(const Element&) override { return false; }
+};
+
 }  // namespace
 
 FixedReadings::FixedReadings(Scheduler& scheduler)
@@ -25,12 +34,16 @@ FixedReadings::FixedReadings(Scheduler& scheduler)
       processes(std::make_unique<NoProcesses>(), scheduler),
       temperature(std::make_unique<NoSensors>()),
       apps(AppEnvironment(), scheduler),
+      windowService(
+          {.windows = windows, .applications = [this] { return running; }, .session = session, .pictures = {}}),
+      meeting({.controls = [] { return std::make_unique<NoControls>(); }, .processes = [] { return QList<qint64>(); }}),
       clipboard(QString(), scheduler) {
   recent.setFixed({});
   bookmarks.setFixed({});
   screenshots.setFixed({}, {});
   processes.setFixed({}, {});
   apps.setFixed(std::make_shared<AppIndex>());
+  windowService.setFixedPreviews({});
   clipboard.setFixed({});
 }
 
@@ -45,6 +58,8 @@ ReadingServices FixedReadings::services() {
           .machine = machine,
           .apps = apps,
           .windows = windows,
+          .windowService = windowService,
+          .meeting = meeting,
           .clipboard = clipboard,
           .pasteboard = pasteboard,
           .connections = connections,

@@ -14,6 +14,8 @@
 #include "system/SystemTemperature.h"
 #include "system/ports/MachineDetails.h"
 #include "views/tiles/ReadingServices.h"
+#include "windows/WindowService.h"
+#include "windows/ZoomMeetingService.h"
 
 namespace tarnwick {
 
@@ -42,7 +44,11 @@ class FixedReadings {
   SystemTemperature temperature;
   GivenMachine machine;
   InstalledApps apps;
+  SessionEvents session;
   GivenWindows windows;
+  QList<RunningApp> running;  ///< Whose windows they are.
+  WindowService windowService;
+  ZoomMeetingService meeting;
   ClipboardHistory clipboard;
   StillPasteboard pasteboard;
   Connections connections;

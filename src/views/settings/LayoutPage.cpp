@@ -188,7 +188,13 @@ class LayoutPage final : public SettingsPage {
               settingField(&DesktopOptions::hideDuringFullscreen));
     showWhile(addSwitch(card,
                         {QT_TRANSLATE_NOOP("Settings", "Reserve Dock Space"),
-                         QT_TRANSLATE_NOOP("Settings", "Maximized windows leave room for the dock."),
+                         services_.abilities().movesWindows
+                             ? QT_TRANSLATE_NOOP("Settings",
+                                                 "Maximized windows leave room for the dock, and windows under it are "
+                                                 "moved aside until you quit or turn this off.")
+                             : QT_TRANSLATE_NOOP("Settings",
+                                                 "Maximized windows leave room for the dock. On this desktop loose "
+                                                 "windows stay where they are."),
                          QT_TRANSLATE_NOOP("Settings", "struts")},
                         settingField(&DesktopOptions::reserveSpace)),
               [](const DockConfiguration& config) {

@@ -53,10 +53,14 @@ SettingsPage* makeRunningAppsPage(AppStore& store, const SettingsServices& servi
   FormRow* previews =
       page->addSwitch(card,
                       {QT_TRANSLATE_NOOP("Settings", "Window previews"),
-                       QT_TRANSLATE_NOOP("Settings", "Shows pictures of the windows in the app switcher."),
+                       QT_TRANSLATE_NOOP("Settings", "Shows pictures of an app’s windows over its tile."),
                        QT_TRANSLATE_NOOP("Settings", "thumbnails")},
                       settingField(&DesktopOptions::windowPreviews));
-  previews->setUnavailable(SettingsWords::tr("Pictures of windows are not part of this version yet."));
+  if (const Capability can = services.abilities().windowPictures; !can) previews->setUnavailable(can.reason);
+  card.add(
+      FormRow::wide(SettingsWords::tr("Zoom Meeting widget"), nullptr,
+                    SettingsWords::tr("Sees Zoom’s buttons only while accessibility is on in the desktop’s settings. "
+                                      "Start Zoom again after you turned it on.")));
   return page;
 }
 

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QList>
 #include <QString>
+#include <QUuid>
 #include <optional>
 
 #include "clipboard/ClipboardEntry.h"
@@ -46,6 +47,17 @@ struct StackedFile {
   bool operator==(const StackedFile&) const = default;
 };
 
+/// A meeting in which the user takes part.
+struct MeetingFacts {
+  bool connected = false;
+  bool muted = false;
+  std::optional<int> participants;
+  QString duration;  ///< As the meeting program writes it; empty where it is not told.
+  QString problem;   ///< Why no meeting is seen, as a sentence.
+
+  bool operator==(const MeetingFacts&) const = default;
+};
+
 /// What tiles show of the machine and of the user's files, beside the figures of MetricsSnapshot.
 struct ReadingFacts {
   std::optional<double> celsius;  ///< Of the processor; absent without a sensor.
@@ -61,8 +73,10 @@ struct ReadingFacts {
   std::optional<qint64> bookmarks;       ///< Absent until they were counted.
   std::optional<ClipboardEntry> copied;  ///< The newest of the history; absent while that is empty.
   bool copiedIsFolder = false;
-  QString clipboardProblem;      ///< Why there is no history; else empty.
-  QHash<QString, double> rates;  ///< Of currencies that tiles convert, by their codes: "EUR/USD".
+  QHash<QUuid, TilePicture> pinnedWindows;  ///< By widget: how its window looks, as far as that was seen.
+  std::optional<MeetingFacts> meeting;      ///< Absent until somebody looked.
+  QString clipboardProblem;                 ///< Why there is no history; else empty.
+  QHash<QString, double> rates;             ///< Of currencies that tiles convert, by their codes: "EUR/USD".
 };
 
 }  // namespace tarnwick

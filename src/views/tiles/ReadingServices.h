@@ -21,6 +21,8 @@ class RecentFiles;
 class ScreenshotFolder;
 class SystemTemperature;
 class Thumbnails;
+class WindowService;
+class ZoomMeetingService;
 
 /// What tiles and panels read the user's files, the machine and applications from. All of it is borrowed and outlives
 /// docks and panels. To replace one, give it where this is made: an assignment would write into what is referred to.
@@ -36,6 +38,8 @@ struct ReadingServices {
   MachineDetails& machine;
   InstalledApps& apps;
   const ClientWindows& windows;  ///< Those of other programs.
+  WindowService& windowService;
+  ZoomMeetingService& meeting;
   ClipboardHistory& clipboard;
   Pasteboard& pasteboard;
   Connections& connections;        ///< To services on the net.

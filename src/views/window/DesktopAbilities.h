@@ -18,6 +18,10 @@ struct DesktopAbilities {
   Capability windows;
   /// Whether windows are known by their virtual desktop.
   Capability workspaces;
+  /// Whether windows of other apps can be moved.
+  Capability movesWindows;
+  /// Whether small pictures of windows can be had.
+  Capability windowPictures;
   /// Whether the desktop tells where windows are.
   Capability frames;
   /// Whether it tells which of them ask for attention.

@@ -68,7 +68,6 @@ constexpr std::array kExamples = {
                "Translation deadline=Ines Moreau|Lunch on Friday?=Sam Okoye"},
     ExampleRow{kind::gmailUnreadSummary, "7", "Unread messages", "",
                "Translation deadline=Ines Moreau|Lunch on Friday?=Sam Okoye"},
-    ExampleRow{kind::zoomMeeting, "14:30", "Design review"},
     ExampleRow{kind::homeAssistant, "21.4 °C", "Living room"},
     ExampleRow{kind::appleHome, "3", "Lights on"},
     ExampleRow{kind::analyticsCursorUsage, "$86.20", "Team usage · 30 days", "Requests=1,912|Tokens=24.6M"},

@@ -1,6 +1,9 @@
 #include "views/families/windows/WindowsRoom.h"
 
+#include <QPainter>
+
 #include "apps/RunningApp.h"
+#include "windows/WindowService.h"
 
 namespace tarnwick {
 
@@ -27,6 +30,19 @@ QList<RunningApp> running() {
   return apps;
 }
 
+/// What a window could look like: a bar, a heading and lines of text.
+QImage pageOf(QRgb ground, QRgb ink) {
+  QImage page(360, 220, QImage::Format_ARGB32_Premultiplied);
+  page.fill(ground);
+  QPainter painter(&page);
+  painter.fillRect(0, 0, 360, 22, QColor::fromRgba(ink).darker(140));
+  painter.fillRect(24, 44, 180, 14, QColor::fromRgba(ink));
+  QColor text = QColor::fromRgba(ink);
+  text.setAlphaF(0.45F);
+  for (int line = 0; line < 8; ++line) painter.fillRect(24, 76 + line * 16, line % 3 == 2 ? 210 : 310, 6, text);
+  return page;
+}
+
 QList<ClientWindow> windows() {
   QList<ClientWindow> windows;
   const auto add = [&windows](quint64 id, const QString& title) {
@@ -48,12 +64,19 @@ QList<ClientWindow> windows() {
 }  // namespace
 
 void pictureRunning(TileSources& sources) {
-  for (const RunningApp& app : running())
-    sources.running.append({app.identity, app.name, app.iconName, app.active});
+  for (const RunningApp& app : running()) sources.running.append({app.identity, app.name, app.iconName, app.active});
 }
 
 void fillStoreWithRunning(AppStore& store, const QDateTime&) { store.apply(running()); }
 
-void fillReadingsWithWindows(const PicturedParts& parts) { parts.readings.windows.list = windows(); }
+void fillReadingsWithWindows(const PicturedParts& parts) {
+  parts.readings.windows.list = windows();
+  parts.readings.running = running();
+  // The one that is minimized was never seen.
+  parts.readings.windowService.setFixedPreviews({{10, pageOf(0xFFF6F3EC, 0xFF2B6CB0)},
+                                                 {11, pageOf(0xFFE9F1F8, 0xFFD97706)},
+                                                 {20, pageOf(0xFF1E2430, 0xFF7DD3A8)},
+                                                 {30, pageOf(0xFF101418, 0xFFB9C2CC)}});
+}
 
 }  // namespace tarnwick

@@ -1,5 +1,6 @@
 #include "views/families/windows/RunningTiles.h"
 
+#include <QPainterPath>
 #include <algorithm>
 #include <array>
 
@@ -58,7 +59,43 @@ constexpr std::array kStackOfThree = {StackPlace{14, 40}, StackPlace{38, 34}, St
 constexpr double kStackWidth = 100;
 
 constexpr QRectF kWindow{10, 13, 54, 38};
+constexpr double kWindowCorner = 6;
 constexpr double kWindowText = 74;
+
+/// A window as a drawing, for one whose picture cannot be had.
+void paintDrawnWindow(TileCanvas& canvas) {
+  QPainter& painter = canvas.painter();
+  const Palette& colors = canvas.colors();
+  constexpr double bar = 9;
+  drawRounded(painter, kWindow, kWindowCorner, colors.well);
+  painter.save();
+  painter.setClipRect(QRectF(kWindow.topLeft(), QSizeF(kWindow.width(), bar)), Qt::IntersectClip);
+  drawRounded(painter, kWindow, kWindowCorner, colors.tab);
+  painter.restore();
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(colors.secondary);
+  for (const double x : {5.0, 9.5}) painter.drawEllipse(kWindow.topLeft() + QPointF(x, bar / 2), 1.4, 1.4);
+  const QPointF page = kWindow.topLeft() + QPointF(6, bar + 5);
+  drawRounded(painter, QRectF(page, QSizeF(26, 2.5)), 1.25, canvas.accent());
+  drawRounded(painter, QRectF(page + QPointF(0, 7.5), QSizeF(40, 2.5)), 1.25, colors.track);
+  drawRounded(painter, QRectF(page + QPointF(0, 14), QSizeF(32, 2.5)), 1.25, colors.track);
+}
+
+/// As much of it as fits, from its top.
+void paintPicture(QPainter& painter, const QImage& image, const Palette& colors) {
+  const QSizeF whole = image.size();
+  const QSizeF part = kWindow.size().scaled(whole, Qt::KeepAspectRatio);
+  QPainterPath outline;
+  outline.addRoundedRect(kWindow, kWindowCorner, kWindowCorner);
+  painter.save();
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.setClipPath(outline, Qt::IntersectClip);
+  painter.drawImage(kWindow, image, QRectF(QPointF((whole.width() - part.width()) / 2, 0), part));
+  painter.restore();
+  painter.setPen(QPen(colors.separator, 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(outline);
+}
 
 }  // namespace
 
@@ -138,7 +175,8 @@ void paint(TileCanvas& canvas, const SwitcherContent& content) {
 
 PinnedWindowContent makePinnedWindow(const TileRequest& request) {
   const auto& options = request.widget.options;
-  return {options.value(option::windowTitle), options.value(option::appName)};
+  return {options.value(option::windowTitle), options.value(option::appName),
+          request.sources.readings.pinnedWindows.value(request.widget.id)};
 }
 
 TileText describe(const PinnedWindowContent& content, const QString&) { return {content.title, content.app}; }
@@ -152,21 +190,7 @@ void paint(TileCanvas& canvas, const PinnedWindowContent& content) {
   const bool alone = title.text().isEmpty();
   painter.save();
   if (alone) painter.translate(canvas.width() / 2 - kWindow.center().x(), 0);
-  constexpr double corner = 6;
-  constexpr double bar = 9;
-  drawRounded(painter, kWindow, corner, colors.well);
-  painter.save();
-  painter.setClipRect(QRectF(kWindow.topLeft(), QSizeF(kWindow.width(), bar)), Qt::IntersectClip);
-  drawRounded(painter, kWindow, corner, colors.tab);
-  painter.restore();
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(colors.secondary);
-  for (const double x : {5.0, 9.5}) painter.drawEllipse(kWindow.topLeft() + QPointF(x, bar / 2), 1.4, 1.4);
-  const QPointF page = kWindow.topLeft() + QPointF(6, bar + 5);
-  drawRounded(painter, QRectF(page, QSizeF(26, 2.5)), 1.25, canvas.accent());
-  drawRounded(painter, QRectF(page + QPointF(0, 7.5), QSizeF(40, 2.5)), 1.25, colors.track);
-  drawRounded(painter, QRectF(page + QPointF(0, 14), QSizeF(32, 2.5)), 1.25, colors.track);
-
+  content.picture.image.isNull() ? paintDrawnWindow(canvas) : paintPicture(painter, content.picture.image, colors);
   painter.restore();
 
   if (!canvas.showsCaption()) {

@@ -40,6 +40,7 @@ void paint(TileCanvas& canvas, const SwitcherContent& content);
 struct PinnedWindowContent {
   QString title;
   QString app;
+  TilePicture picture;  ///< Without an image while the window is not open, or not shown to us.
 
   bool operator==(const PinnedWindowContent&) const = default;
 };

@@ -9,6 +9,7 @@
 #include "widgets/catalog/Family.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
+#include "windows/WindowService.h"
 
 namespace tarnwick {
 
@@ -31,6 +32,14 @@ void bringForward(const PartClick& click) {
     click.commands.activateApplication(running[click.part].identity, click.display);
 }
 
+void readPinned(ReadingFacts& readings, const QList<DockWidget>& widgets, const ReadingServices& services) {
+  for (const DockWidget& widget : widgets) {
+    const auto window = services.windowService.pinned(widget);
+    const QImage picture = window ? services.windowService.preview(window->id) : QImage();
+    if (!picture.isNull()) readings.pinnedWindows.insert(widget.id, {QString::number(picture.cacheKey()), picture});
+  }
+}
+
 QMap<QString, QString> picturedWindow(const QDateTime&) {
   return {{option::windowTitle, u"Inbox"_s}, {option::appName, u"Mail"_s}};
 }
@@ -45,8 +54,11 @@ constexpr std::array kKinds = {
             .act = bringForward},
     RoomRow{.of = kind::topApps, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
     RoomRow{.of = kind::appSwitcher, .content = contentOf<makeSwitcher>, .panel = makeRunningAppsPanel},
-    RoomRow{
-        .of = kind::pinnedWindow, .content = pinnedWindow, .panel = makePinnedWindowPanel, .pictured = picturedWindow},
+    RoomRow{.of = kind::pinnedWindow,
+            .content = pinnedWindow,
+            .panel = makePinnedWindowPanel,
+            .readEach = readPinned,
+            .pictured = picturedWindow},
 };
 
 }  // namespace
