@@ -57,7 +57,6 @@ void ReservationService::begin() {
   settling_.reset();
   last_ = situation(docks_);
   if (last_.front <= 0 || last_.windows.isEmpty()) return;
-  QList<ReservedSpace> spaces;
   hasBegun_ = true;
   QList<ReservedSpace> spaces;
   for (const ReservingDock& dock : docks_) spaces.append(setup_.inPixels(dock));

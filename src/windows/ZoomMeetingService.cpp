@@ -106,11 +106,11 @@ void ZoomMeetingService::perform(ZoomAction action, const QString& expected) {
       [this](const QString& failure) {
         if (failure.isEmpty()) return refresh();
         State state = state_;
-        state.error = failure;
         // Nothing can be pressed any more where the program or the bus has gone.
         if (failure != tr("Zoom’s controls changed. Refresh before trying again.") &&
             failure != tr("Zoom did not accept this action. Use its meeting toolbar."))
-          state = {.error = failure};
+          state = State();
+        state.error = failure;
         take(state);
       });
 }
