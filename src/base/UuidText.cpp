@@ -19,7 +19,18 @@ bool isHyphenPlace(qsizetype place) { return place == 8 || place == 13 || place 
 
 }  // namespace
 
-QString UuidText::write(const QUuid& id) { return id.toString(QUuid::WithoutBraces).toUpper(); }
+QString UuidText::write(const QUuid& id) {
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  QString text(kLength, u'-');
+  QChar* to = text.data();
+  for (const char byte : id.toRfc4122()) {
+    const qsizetype place = to - text.constData();
+    if (isHyphenPlace(place)) ++to;
+    *to++ = QLatin1Char(kDigits[static_cast<unsigned char>(byte) >> 4]);
+    *to++ = QLatin1Char(kDigits[byte & 15]);
+  }
+  return text;
+}
 
 std::optional<QUuid> UuidText::read(QStringView text) {
   if (text.size() != kLength) return std::nullopt;

@@ -20,6 +20,7 @@ constexpr std::array kQueries{"m"_L1,     "s"_L1,      "a"_L1,      "mail"_L1,  
                               "vsc"_L1,   "actmon"_L1, "sysp"_L1,   "2+2"_L1,    "1234*5678/3"_L1, "50%+10"_L1,
                               "arrow"_L1, "heart"_L1,  "thumbs"_L1, "qqqqzz"_L1, "report"_L1,      "scr"_L1};
 constexpr int kCopies = 30;
+constexpr int kSources = 6;
 constexpr qsizetype kUsedApplications = 40;
 constexpr double kWeek = 604'800;  // Seconds.
 constexpr double kNanosecondsInMillisecond = 1'000'000;
@@ -47,15 +48,17 @@ struct LatencyFixture {
     }
   }
 
+  /// All rows are made anew, also those that the bar makes only when something changed.
   QList<CommandItem> rows(const QString& query) const {
-    QList<CommandItem> items;
-    if (auto row = CommandSources::calculation(query)) items << *std::move(row);
-    items += CommandSources::apps(applications);
-    items += CommandSources::widgets(Catalog::items());
-    items += CommandSources::symbols(query);
-    items += CommandSources::clipboard(copies);
-    if (auto row = CommandSources::web(query)) items << *std::move(row);
-    return CommandRanking::rank(items, query, usage, QDateTime::currentDateTimeUtc());
+    QList<ReadyRows> sources;
+    sources.reserve(kSources);
+    if (auto row = CommandSources::calculation(query)) sources << ReadyRows({*std::move(row)});
+    sources << ReadyRows(CommandSources::apps(applications));
+    sources << ReadyRows(CommandSources::widgets(Catalog::items()));
+    sources << ReadyRows(CommandSources::symbols(query));
+    sources << ReadyRows(CommandSources::clipboard(copies));
+    if (auto row = CommandSources::web(query)) sources << ReadyRows({*std::move(row)});
+    return CommandRanking::rank(sources, query, usage, QDateTime::currentDateTimeUtc());
   }
 
   QList<DesktopEntry> applications;

@@ -19,7 +19,7 @@ class MaybeUsed {
  public:
   explicit MaybeUsed(const CommandUsage& usage) {
     for (auto record = usage.records.keyBegin(); record != usage.records.keyEnd(); ++record)
-      bits_.set(static_cast<quint32>(qHash(*record)) % kBits);
+      bits_.set(ReadyRows::hashOf(*record) % kBits);
   }
   bool has(quint32 hash) const { return bits_.test(hash % kBits); }
 

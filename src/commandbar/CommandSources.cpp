@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QHash>
+#include <QStringBuilder>
 #include <algorithm>
 
 #include "base/Text.h"
@@ -86,14 +87,13 @@ QList<CommandItem> CommandSources::apps(const QList<DesktopEntry>& entries) {
   const QString subtitle = CommandSourceWords::tr("Application");
   const QString symbol = u"app"_s;
   for (const DesktopEntry& entry : entries) {
-    CommandItem row;
-    row.id = "app:"_L1 + entry.path;
+    CommandItem& row = rows.emplaceBack();
+    row.id = "app:"_L1 % entry.path;
     row.title = entry.name;
     row.subtitle = subtitle;
     row.symbol = symbol;
     row.path = entry.path;
     row.otherTexts = otherTextsOf(entry);
-    rows.append(std::move(row));
   }
   return rows;
 }
@@ -101,16 +101,22 @@ QList<CommandItem> CommandSources::apps(const QList<DesktopEntry>& entries) {
 QList<CommandItem> CommandSources::widgets(const QList<WidgetDefinition>& definitions) {
   QList<CommandItem> rows;
   rows.reserve(definitions.size());
-  const QString subtitle = CommandSourceWords::tr("Add to dock · %1");
+  const QString words = CommandSourceWords::tr("Add to dock · %1");
+  QString category;
+  QString subtitle;
   for (const WidgetDefinition& definition : definitions) {
-    CommandItem row;
-    row.id = "widget:"_L1 + definition.id;
+    // Those of a category follow each other.
+    if (subtitle.isEmpty() || definition.category != category) {
+      category = definition.category;
+      subtitle = words.arg(category);
+    }
+    CommandItem& row = rows.emplaceBack();
+    row.id = "widget:"_L1 % definition.id;
     row.kind = CommandItem::Kind::Widget;
     row.title = definition.name;
-    row.subtitle = subtitle.arg(definition.category);
+    row.subtitle = subtitle;
     row.symbol = definition.symbol;
     row.payload = definition.id;
-    rows.append(std::move(row));
   }
   return rows;
 }
@@ -124,7 +130,7 @@ QList<CommandItem> CommandSources::symbols(const QString& query) {
     const auto begins = [&](const QString& keyword) { return keyword.startsWith(text); };
     if (!std::ranges::any_of(entry.keywords, begins) && !entry.name.contains(text)) continue;
     CommandItem row;
-    row.id = "symbol:"_L1 + entry.character;
+    row.id = "symbol:"_L1 % entry.character;
     row.kind = CommandItem::Kind::Symbol;
     row.title = entry.character;
     row.subtitle = subtitle.arg(entry.name);
@@ -142,16 +148,16 @@ QList<CommandItem> CommandSources::clipboard(const QList<ClipboardEntry>& entrie
   const QString symbol = u"doc.on.clipboard"_s;
   for (qsizetype i = 0; i < entries.size(); ++i) {
     if (entries[i].kind == ClipboardEntry::Kind::Image) continue;
-    CommandItem row;
-    row.title = titleOf(entries[i].value);
-    if (row.title.isEmpty()) continue;
-    row.id = "clip:"_L1 + UuidText::write(entries[i].id);
+    QString title = titleOf(entries[i].value);
+    if (title.isEmpty()) continue;
+    CommandItem& row = rows.emplaceBack();
+    row.title = std::move(title);
+    row.id = "clip:"_L1 % UuidText::write(entries[i].id);
     row.kind = CommandItem::Kind::Clipboard;
     row.subtitle = subtitle;
     row.symbol = symbol;
     row.payload = entries[i].value;
     row.sourceRank = rankAt(i, kClipboardRank);
-    rows.append(std::move(row));
   }
   return rows;
 }
@@ -161,8 +167,8 @@ QList<CommandItem> CommandSources::files(const QList<FoundFile>& files) {
   rows.reserve(files.size());
   for (qsizetype i = 0; i < files.size(); ++i) {
     const QString& path = files[i].path;
-    CommandItem row;
-    row.id = "file:"_L1 + path;
+    CommandItem& row = rows.emplaceBack();
+    row.id = "file:"_L1 % path;
     row.kind = CommandItem::Kind::File;
     row.title = files[i].name;
     row.subtitle = path.first(std::max<qsizetype>(path.lastIndexOf(u'/'), path.startsWith(u'/') ? 1 : 0));
@@ -170,7 +176,6 @@ QList<CommandItem> CommandSources::files(const QList<FoundFile>& files) {
     row.path = path;
     row.isFolder = files[i].isFolder;
     row.sourceRank = rankAt(i, kFileRank);
-    rows.append(std::move(row));
   }
   return rows;
 }

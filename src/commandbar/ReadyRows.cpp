@@ -1,6 +1,8 @@
 #include "commandbar/ReadyRows.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <vector>
 
 #include "commandbar/CommandMatch.h"
@@ -27,7 +29,7 @@ namespace {
 /// What another text of a row is worth beside its own: any word of a title is worth more than all of such a text.
 constexpr double kOtherText = 0.9 * 0.75;
 
-quint64 characterBit(char16_t unit) {
+constexpr quint64 characterBit(char16_t unit) {
   constexpr int kLetters = 26;
   constexpr int kDigits = 10;
   constexpr int kRest = 64 - kLetters - kDigits;
@@ -36,9 +38,15 @@ quint64 characterBit(char16_t unit) {
   return 1ULL << (kLetters + kDigits + unit % kRest);
 }
 
+constexpr auto kUsualBits = [] {
+  std::array<quint64, 0x80> bits{};
+  for (char16_t unit = 0; unit < bits.size(); ++unit) bits[unit] = characterBit(unit);
+  return bits;
+}();
+
 quint64 charactersIn(std::u16string_view units) {
   quint64 characters = 0;
-  for (const char16_t unit : units) characters |= characterBit(unit);
+  for (const char16_t unit : units) characters |= unit < kUsualBits.size() ? kUsualBits[unit] : characterBit(unit);
   return characters;
 }
 
@@ -64,7 +72,7 @@ ReadyRows::ReadyRows(const QList<CommandItem>& items) {
   };
   for (const CommandItem& item : items) {
     Row row{.text = add(item.text()),
-            .hash = static_cast<quint32>(qHash(item.id)),
+            .hash = hashOf(item.id),
             .firstOther = static_cast<quint32>(made->others.size()),
             .otherCount = static_cast<quint32>(item.otherTexts.size())};
     for (const QString& text : item.otherTexts) made->others.push_back(add(text));
@@ -74,6 +82,25 @@ ReadyRows::ReadyRows(const QList<CommandItem>& items) {
 }
 
 quint32 ReadyRows::hashOf(qsizetype place) const { return rows_->rows[static_cast<size_t>(place)].hash; }
+
+// The toolkit's is made to withstand chosen texts, which takes longer than all that is compared.
+quint32 ReadyRows::hashOf(QStringView identity) {
+  constexpr quint64 kOdd = 0x9E3779B97F4A7C15;
+  quint64 hash = static_cast<quint64>(identity.size());
+  const auto add = [&](quint64 units) {
+    hash = (hash ^ units) * kOdd;
+    hash ^= hash >> 32;
+  };
+  qsizetype at = 0;
+  quint64 units = 0;
+  constexpr qsizetype kAtOnce = sizeof units / sizeof(QChar);
+  for (; at + kAtOnce <= identity.size(); at += kAtOnce) {
+    std::memcpy(&units, identity.utf16() + at, sizeof units);
+    add(units);
+  }
+  for (; at < identity.size(); ++at) add(identity[at].unicode());
+  return static_cast<quint32>(hash);
+}
 
 std::optional<double> ReadyRows::score(const Text& text, const QString& whole, const ReadyQuery& query,
                                        bool byWords) const {

@@ -43,6 +43,7 @@ class ReadyRows {
   const CommandItem& at(qsizetype place) const { return rows_->items[place]; }
   /// A number that rows of one identity share.
   quint32 hashOf(qsizetype place) const;
+  static quint32 hashOf(QStringView identity);
   Answer answer(qsizetype place, const ReadyQuery& query) const;
 
  private:
