@@ -694,6 +694,31 @@ TEST_F(ShellScenario, AFileIsLetGoInTheFolderThatOpenedBelowIt) {
   EXPECT_EQ(undo.latest()->sentence, u"“note.txt” was copied to “Letters”."_s);
 }
 
+TEST_F(ShellScenario, WhatIsDraggedPastAnOpenPanelReachesOthersAndClosesIt) {
+  const QString letters = folder.filePath(u"Letters"_s);
+  const QString carried = folder.filePath(u"note.txt"_s);
+  ASSERT_TRUE(QDir().mkpath(letters));
+  DockConfiguration config;
+  config.profiles[0].widgets.prepend({QUuid::createUuid(), u"folderLauncher"_s, {}, {{u"path"_s, letters}}});
+  startShown(config);
+  const auto source = desk.source(carried);
+  ASSERT_TRUE(comesTrue([&] { return isPainted(desk.away()); }));
+  ASSERT_TRUE(dragOver(tile(0).center()));
+  ASSERT_TRUE(inTime([&] { return !panels().isEmpty(); }));
+  QFile::remove(carried);  // It was made as the drag began there.
+  // Back where it came from, which takes what is dropped.
+  EXPECT_TRUE(comesTrue([&, way = 0]() mutable {
+    way = (way + 1) % 4;
+    desk.moveTo(desk.away() + QPoint(way, -way));
+    return QFile::exists(carried);
+  }));
+  desk.button(false);
+  EXPECT_TRUE(comesTrue([&] { return QFileInfo(carried).size() > 0; }));
+  if (!desk.passesClicksOn()) {
+    EXPECT_TRUE(inTime([&] { return panels().isEmpty(); }));
+  }
+}
+
 TEST_F(ShellScenario, AFolderOrAnAppMayVanishWhileAFileIsHeldOverIt) {
   const QString letters = folder.filePath(u"Letters"_s), entry = folder.filePath(u"gone.desktop"_s);
   const QString carried = folder.filePath(u"note.txt"_s);

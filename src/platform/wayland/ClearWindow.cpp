@@ -97,7 +97,7 @@ bool ClearWindow::event(QEvent* event) {
     case QEvent::DragEnter:
       // A refused drag would still be followed by its moves; accepting it would promise to take what is dropped.
       meet(true, true);
-      if (QObject* source = static_cast<QDragEnterEvent*>(event)->source()) Q_EMIT ownDragMet(source);
+      Q_EMIT dragMet(static_cast<QDragEnterEvent*>(event)->source());
       break;
     case QEvent::Leave:
     case QEvent::DragLeave:

@@ -32,8 +32,8 @@ class ClearWindow final : public QWindow {
  Q_SIGNALS:
   void pointerChanged();
   void pressed();
-  /// Something that this program drags came over it. `source` is what the drag began at.
-  void ownDragMet(QObject* source);
+  /// Something that is dragged came over it. `source` is what the drag began at; null where that is another program's.
+  void dragMet(QObject* source);
 
  protected:
   bool event(QEvent* event) override;

@@ -3,11 +3,20 @@
 #include <QDrag>
 #include <QGuiApplication>
 #include <QScreen>
-#include <utility>
+#include <chrono>
 
 namespace tarnwick {
+namespace {
+
+/// On its way from one thing that is open to the next a drag is outside for less.
+constexpr std::chrono::milliseconds kAway{700};
+
+}  // namespace
 
 OutsideCatcher::OutsideCatcher(const WaylandSession& session, const QRegion& open) : session_(session), open_(open) {
+  away_.setSingleShot(true);
+  away_.setInterval(kAway);
+  connect(&away_, &QTimer::timeout, this, &OutsideCatcher::caught);
   for (QScreen* screen : QGuiApplication::screens()) follow(screen);
   // Displays come and go while something is open.
   connect(qGuiApp, &QGuiApplication::screenAdded, this, &OutsideCatcher::follow);
@@ -25,12 +34,33 @@ void OutsideCatcher::leaveOpen() {
 
 // The compositor tells a program that something is dragged over it by what takes the pointer there.
 void OutsideCatcher::letThrough(QObject* source) {
-  const auto* drag = source->findChild<QDrag*>(QString(), Qt::FindDirectChildrenOnly);
-  if (!drag || std::exchange(letsThrough_, true)) return;
-  connect(drag, &QObject::destroyed, this, [this] {
-    letsThrough_ = false;
-    leaveOpen();
-  });
+  if (drag_ != Drag::None) return;
+  const auto* drag = source ? source->findChild<QDrag*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
+  if (drag) {
+    connect(drag, &QObject::destroyed, this, [this] { let(Drag::None); });
+  } else {
+    away_.start();
+  }
+  let(drag ? Drag::Own : Drag::Foreign);
+}
+
+void OutsideCatcher::setDraggedWithin(bool isWithin) {
+  if (drag_ != Drag::Foreign) return;
+  if (isWithin) {
+    away_.stop();
+  } else {
+    away_.start();
+  }
+}
+
+void OutsideCatcher::endDrag() {
+  if (drag_ != Drag::Foreign) return;
+  away_.stop();
+  let(Drag::None);
+}
+
+void OutsideCatcher::let(Drag drag) {
+  drag_ = drag;
   leaveOpen();
 }
 
@@ -39,7 +69,7 @@ void OutsideCatcher::follow(QScreen* screen) {
   auto window = std::make_unique<ClearWindow>(session_);
   // It is not destroyed while it reports the click.
   connect(window.get(), &ClearWindow::pressed, this, &OutsideCatcher::caught, Qt::QueuedConnection);
-  connect(window.get(), &ClearWindow::ownDragMet, this, &OutsideCatcher::letThrough, Qt::QueuedConnection);
+  connect(window.get(), &ClearWindow::dragMet, this, &OutsideCatcher::letThrough, Qt::QueuedConnection);
   windows_[screen] = std::move(window);
   connect(screen, &QScreen::geometryChanged, this, [this, screen] { cover(*screen); });
   cover(*screen);
@@ -55,7 +85,7 @@ void OutsideCatcher::cover(QScreen& screen) {
 
 void OutsideCatcher::leaveOpen(ClearWindow& window, const QRect& screen) const {
   const QRegion whole(QRect(QPoint(), screen.size()));
-  window.setInput(letsThrough_ ? QRegion() : whole - open_.translated(-screen.topLeft()));
+  window.setInput(drag_ != Drag::None ? QRegion() : whole - open_.translated(-screen.topLeft()));
 }
 
 }  // namespace tarnwick

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRegion>
+#include <QTimer>
 #include <map>
 #include <memory>
 
@@ -9,8 +10,9 @@
 namespace tarnwick {
 
 /// Covers every display with a clear window to catch a click outside of something that is open. A grab by the
-/// compositor would need a click or a key that opened it, which an order from elsewhere lacks. What is dragged out of
-/// what is open goes through it, to whatever lies below.
+/// compositor would need a click or a key that opened it, which an order from elsewhere lacks. What is dragged goes
+/// through it, to whatever lies below. No event tells where another program's drag ends there, so that one which stays
+/// outside for a moment counts as a click.
 class OutsideCatcher final : public QObject {
   Q_OBJECT
  public:
@@ -19,12 +21,19 @@ class OutsideCatcher final : public QObject {
   OutsideCatcher(const WaylandSession& session, const QRegion& open);
 
   void setOpen(const QRegion& open);
+  /// Whether something that is dragged is over what is open.
+  void setDraggedWithin(bool isWithin);
+  /// The pointer is over what is open and drags nothing.
+  void endDrag();
 
  Q_SIGNALS:
   void caught();
 
  private:
+  enum class Drag { None, Own, Foreign };
+
   void letThrough(QObject* source);
+  void let(Drag drag);
   void leaveOpen();
   void follow(QScreen* screen);
   void cover(QScreen& screen);
@@ -32,7 +41,8 @@ class OutsideCatcher final : public QObject {
 
   const WaylandSession& session_;
   QRegion open_;
-  bool letsThrough_ = false;
+  Drag drag_ = Drag::None;
+  QTimer away_;  ///< Runs while another program's drag is outside.
   std::map<QScreen*, std::unique_ptr<ClearWindow>> windows_;
 };
 

@@ -221,8 +221,9 @@ void WaylandPanel::follow(QEvent* event) {
       [[fallthrough]];
     case QEvent::DragLeave:
     case QEvent::Drop:
-      pointer_.setDragging(this, false);
+      // What is dragged no more is still over the panel: its place goes first.
       pointer_.setPlace(this, std::nullopt);
+      pointer_.setDragging(this, false);
       break;
     default:
       break;

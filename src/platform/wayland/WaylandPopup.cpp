@@ -46,9 +46,19 @@ void WaylandPopup::show() {
   if (style_.closesOutside) {
     catcher_ = std::make_unique<OutsideCatcher>(session_, pointer_.area());
     connect(catcher_.get(), &OutsideCatcher::caught, this, &WaylandPopup::close);
+    const auto follow = [this] {
+      if (pointer_.place() && !pointer_.isDragging()) {
+        catcher_->endDrag();
+      } else {
+        catcher_->setDraggedWithin(isDraggedOver_ || pointer_.isDragging());
+      }
+    };
+    connect(&pointer_, &PanelPointer::draggingChanged, catcher_.get(), follow);
+    connect(&pointer_, &PanelPointer::placeChanged, catcher_.get(), follow);
   }
   content_->setScreen(screen);
   content_->winId();
+  content_->windowHandle()->installEventFilter(this);
   layer_ = new LayerWindow(session_, *content_->windowHandle());
   connect(layer_, &LayerWindow::closed, this, &WaylandPopup::close);
   connect(layer_, &LayerWindow::cleared, content_.get(), qOverload<>(&QWidget::update));
@@ -94,7 +104,26 @@ void WaylandPopup::giveBackKeyboard() {
   }
 }
 
+void WaylandPopup::followDrag(QEvent::Type type) {
+  if (!catcher_) return;
+  switch (type) {
+    case QEvent::DragEnter:
+    case QEvent::DragLeave:
+      isDraggedOver_ = type == QEvent::DragEnter;
+      catcher_->setDraggedWithin(isDraggedOver_);
+      break;
+    case QEvent::Drop:
+    case QEvent::Enter:
+      isDraggedOver_ = false;
+      catcher_->endDrag();
+      break;
+    default:
+      break;
+  }
+}
+
 bool WaylandPopup::eventFilter(QObject* watched, QEvent* event) {
+  if (watched->isWindowType()) followDrag(event->type());
   if (watched != content_.get()) return false;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
     close();

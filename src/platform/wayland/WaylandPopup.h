@@ -34,6 +34,7 @@ class WaylandPopup final : public Popup {
   void leaveOrder();
   QRect anchor() const;
   void pressed(const QPointF& place);
+  void followDrag(QEvent::Type type);
   void close();
 
   const WaylandSession& session_;
@@ -46,6 +47,7 @@ class WaylandPopup final : public Popup {
   std::unique_ptr<QWidget> content_;
   QRect beside_;
   PopupStyle style_;
+  bool isDraggedOver_ = false;
   LayerWindow* layer_ = nullptr;  ///< Null where there is no display for it.
 };
 
