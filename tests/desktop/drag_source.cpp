@@ -25,6 +25,12 @@ class Source final : public QWidget {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
     painter.fillRect(rect().adjusted(20, 20, -20, -20), Qt::yellow);
+    if (paintsToGo_ == 0) return;
+    if (--paintsToGo_ == 0) {
+      write({});
+    } else {
+      update();
+    }
   }
   void mousePressEvent(QMouseEvent* event) override {
     if (event->button() == Qt::RightButton) {
@@ -39,7 +45,9 @@ class Source final : public QWidget {
   }
 
   void dragEnterEvent(QDragEnterEvent* event) override {
-    write({});
+    // That it is taken is known to the display when a picture that was painted afterwards has been shown.
+    paintsToGo_ = 2;
+    update();
     event->acceptProposedAction();
   }
   void dropEvent(QDropEvent* event) override {
@@ -54,6 +62,7 @@ class Source final : public QWidget {
   }
 
   QString file_;
+  int paintsToGo_ = 0;
 };
 
 }  // namespace
