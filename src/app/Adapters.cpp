@@ -18,6 +18,7 @@
 #include "apps/RunningApplications.h"
 #include "base/DesktopId.h"
 #include "commandbar/IndexedFileSearch.h"
+#include "files/RecentFiles.h"
 #include "platform/dbus/AtSpiControls.h"
 #include "platform/dbus/BusActivation.h"
 #include "platform/dbus/DBusSessionApplication.h"
@@ -229,7 +230,8 @@ DelegateSetup Adapters::delegateSetup() {
   };
   auto& names = keep(std::make_unique<NameIndexKeeper>(cacheFolder() + QStringLiteral("/names"),
                                                        QFile::encodeName(QDir::homePath()), scheduler_, isOnBattery));
-  auto& fileSearch = keep(std::make_unique<IndexedFileSearch>(names));
+  auto& fileSearch = keep(std::make_unique<IndexedFileSearch>(
+      names, [list = RecentFiles::sharedList()] { return RecentFiles::paths(list); }));
   auto& trusted = keep(std::make_unique<TrustedEntries>(dataDirectory_ + QStringLiteral("/trusted-entries.json")));
   services_.opener.setTrusted(&trusted);
   return {

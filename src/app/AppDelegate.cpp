@@ -63,6 +63,7 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
       std::make_unique<CommandBarHost>(CommandBarHost::Parts{*store_, *commands_, setup_.clipboard.history(),
                                                              setup_.fileSearch, &windows_->settingsPlaces(), shownDock},
                                        services);
+  connect(commandBar_.get(), &CommandBarHost::aboutToShow, presenter_.get(), &DockPresenter::giveWay);
   commands_->setTargets({*presenter_, *windows_, *commandBar_, [this] { quit(); }});
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);
@@ -103,7 +104,12 @@ void AppDelegate::comeUp() {
     services_.toggles.start();
     presenter_->start();
     // So that the first letter in the command bar finds them.
-    if (store_->config().desktopOptions().commandBarEnabled) services_.installedApps.load();
+    const auto load = [this] {
+      if (store_->config().desktopOptions().commandBarEnabled) services_.installedApps.load();
+    };
+    connect(store_.get(), &AppStore::configChanged, this, load);
+    load();
+    setup_.clipboard.knowApps();
     runningApps_->follow();
   });
 }

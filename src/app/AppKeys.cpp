@@ -13,8 +13,10 @@ AppKeys::AppKeys(AppStore& store, HotKeys& keys, const Commands& commands)
   connect(&keys, &HotKeys::pressed, this, &AppKeys::pressed);
   connect(&keys, &HotKeys::lost, this, [this](quint32 identifier) {
     held_.remove(identifier);
-    if (identifier == HotKeyTable::kCommandBar) commandBarKey_.clear();
-    if (identifier != HotKeyTable::kFocus && identifier < HotKeyTable::kFirstApp) sayKeyIsTaken();
+    const bool isBar = identifier == HotKeyTable::kCommandBar;
+    if (isBar) commandBarKey_.clear();
+    const bool isReplaced = isBar && bindCommandBar(store_.config().desktopOptions());
+    if (!isReplaced && identifier != HotKeyTable::kFocus && identifier < HotKeyTable::kFirstApp) sayKeyIsTaken();
     Q_EMIT changed();
   });
   connect(&keys, &HotKeys::answered, this, &AppKeys::changed);
@@ -32,7 +34,7 @@ void AppKeys::follow() {
   bool allBound = true;
   for (const HotKeyTable::Row& row : HotKeyTable::rows(options)) {
     if (row.identifier == HotKeyTable::kCommandBar) {
-      if (commands_.can(Commands::Optional::CommandBar)) allBound = bindCommandBar(options, row.request) && allBound;
+      if (commands_.can(Commands::Optional::CommandBar)) allBound = bindCommandBar(options) && allBound;
     } else if (row.identifier == HotKeyTable::kFocus) {
       // The user did not choose this key, so no message says that it is taken.
       bind(row.identifier, row.request);
@@ -77,8 +79,8 @@ void AppKeys::setRecording(bool recording) {
 
 HotKeyBinding AppKeys::tryKey(const HotKeyRequest& request) { return keys_.bind(HotKeyTable::kTrial, request); }
 
-bool AppKeys::bindCommandBar(const DesktopOptions& options, const HotKeyRequest& request) {
-  QList<HotKeyRequest> requests{request};
+bool AppKeys::bindCommandBar(const DesktopOptions& options) {
+  QList<HotKeyRequest> requests{{options.commandBarKey, options.commandBarModifiers}};
   requests += HotKeyTable::commandBarFallbacks(options);
   for (const HotKeyRequest& each : requests) {
     const HotKeyBinding binding = keys_.bind(HotKeyTable::kCommandBar, each);

@@ -52,7 +52,7 @@ class AppKeys final : public QObject, public KeyRecorder {
 
  private:
   bool bind(quint32 identifier, const HotKeyRequest& request);
-  bool bindCommandBar(const DesktopOptions& options, const HotKeyRequest& request);
+  bool bindCommandBar(const DesktopOptions& options);
   void sayKeyIsTaken();
 
   AppStore& store_;

@@ -14,6 +14,7 @@ ClipboardKeeper::ClipboardKeeper(const Services& services, const QString& dataDi
       recorder_(services.pasteboard, history_) {
   connect(&services.session, &SessionEvents::lockedChanged, &recorder_, &ClipboardRecorder::setLocked);
   recorder_.setNeverFrom([this](const PasteboardOwner& owner) { return isListed(owner); });
+  connect(&apps_, &InstalledApps::changed, this, &ClipboardKeeper::judge);
 }
 
 ClipboardKeeper::~ClipboardKeeper() = default;
@@ -21,7 +22,7 @@ ClipboardKeeper::~ClipboardKeeper() = default;
 void ClipboardKeeper::follow(AppStore& store) {
   const auto ask = [this, &store] {
     neverRecord_ = store.config().desk().neverRecord;
-    if (!neverRecord_.isEmpty()) apps_.load();
+    judge();
     recorder_.setEnabled(store.config().clipboardEnabled);
     recorder_.follow(store.active());
   };
@@ -31,11 +32,20 @@ void ClipboardKeeper::follow(AppStore& store) {
   ask();
 }
 
-/// Until the applications are known any of them may be a listed one.
+void ClipboardKeeper::knowApps() {
+  mayKnowApps_ = true;
+  judge();
+}
+
+/// Until the applications are known any of them may be a listed one, so what is copied waits.
+void ClipboardKeeper::judge() {
+  if (!neverRecord_.isEmpty() && mayKnowApps_) apps_.load();
+  recorder_.setReady(neverRecord_.isEmpty() || apps_.loaded());
+}
+
 bool ClipboardKeeper::isListed(const PasteboardOwner& owner) const {
-  if (neverRecord_.isEmpty()) return false;
-  if (!apps_.loaded()) return true;
-  return neverRecord_.contains(ClipboardOwners::applicationOf(owner, *apps_.index(), executableOf_));
+  return !neverRecord_.isEmpty() &&
+         neverRecord_.contains(ClipboardOwners::applicationOf(owner, *apps_.index(), executableOf_));
 }
 
 }  // namespace tarnwick

@@ -29,13 +29,18 @@ class ClipboardKeeper final : public QObject {
   void takeOver() { recorder_.takeOver(); }
   /// Records as the store's settings have it from now on; what fails lands in its message line.
   void follow(AppStore& store);
+  /// From now on the installed apps may be read, so that those that the settings list are known.
+  void knowApps();
 
  private:
   bool isListed(const PasteboardOwner& owner) const;
 
+  void judge();
+
   InstalledApps& apps_;
   ClipboardOwners::ExecutableOf executableOf_;
   QStringList neverRecord_;  ///< As the settings have it.
+  bool mayKnowApps_ = false;
   ClipboardHistory history_;
   ClipboardRecorder recorder_;
 };

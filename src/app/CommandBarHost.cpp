@@ -55,10 +55,11 @@ void CommandBarHost::makeModel() {
 
 void CommandBarHost::takeChoices() {
   const DeskOptions desk = parts_.store.config().desk();
-  parts_.files.setOn(parts_.store.config().desktopOptions().commandBarEnabled && desk.barFiles);
+  parts_.files.setOn(desk.barFiles);
   if (!model_) return;
   model_->setChoices(storedChoices(desk));
-  extras_->setChoices({.findsEmoji = desk.barEmoji, .findsSettings = desk.barSettings});
+  extras_->setChoices(
+      {.findsEmoji = desk.barEmoji, .findsSettings = desk.barSettings, .findsSymbols = desk.barSymbols});
 }
 
 /// Where the pointer is over windows of others is known on some desktops only; elsewhere the compositor may tell which
@@ -122,6 +123,7 @@ void CommandBarHost::show() {
   if (isShown()) return;
   const auto screen = screenToUse();
   if (!screen) return;
+  Q_EMIT aboutToShow();
   makeModel();
   parts_.files.opened();
   model_->opened();

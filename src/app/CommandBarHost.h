@@ -55,6 +55,8 @@ class CommandBarHost final : public QObject {
   static QRect lineOn(const Screen& screen);
 
  Q_SIGNALS:
+  /// What takes the keyboard or lies where it comes should go.
+  void aboutToShow();
   void shown();
   void hidden();
 

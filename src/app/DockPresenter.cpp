@@ -146,6 +146,12 @@ void DockPresenter::closeAll() {
   undo_.clear();
 }
 
+void DockPresenter::giveWay() {
+  panels_.closeAtOnce();
+  tips_.close();
+  menuHost_.drop();
+}
+
 void DockPresenter::shutdown() {
   message_.reset();
   dock_.shutdown();

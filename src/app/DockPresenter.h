@@ -63,6 +63,8 @@ class DockPresenter final : public QObject, private DockHost {
   /// Takes down what is beside the docks, after which nothing can be taken back. To be called before the store goes
   /// down; shutdown() after it.
   void closeAll();
+  /// Closes the panel, menu or tip that is open, for something else that takes the keyboard.
+  void giveWay();
   void shutdown();
 
   /// Opens the panel of a widget beside its tile, or closes it when it is open. Nothing happens where the display has

@@ -26,7 +26,7 @@ Readings::Readings(ReadingPorts ports, ClipboardHistory& clipboard, Scheduler& s
       digests_(calendar_),
       processes_(std::move(ports_.processes), scheduler),
       temperature_(std::move(ports_.temperatures)),
-      recent_(home(QStandardPaths::GenericDataLocation) + u"/recently-used.xbel"_s, scheduler),
+      recent_(RecentFiles::sharedList(), scheduler),
       bookmarks_({home(QStandardPaths::HomeLocation), home(QStandardPaths::GenericConfigLocation),
                   home(QStandardPaths::GenericDataLocation)},
                  scheduler),

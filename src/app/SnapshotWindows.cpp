@@ -119,8 +119,8 @@ QList<SnapshotWindow> SnapshotWindows::list() {
 
 SettingsPlaces& SnapshotWindows::places() {
   if (places_) return *places_;
-  places_ =
-      std::make_unique<SettingsIndex>(snapshot_.store(), SettingsServices{services_, *keys_}, [](const QString&) {});
+  places_ = std::make_unique<SettingsIndex>(snapshot_.store(), SettingsServices{services_, *keys_},
+                                            [](const QString&, const QString&) {});
   bool isKnown = false;
   QObject::connect(places_.get(), &SettingsPlaces::changed, [&isKnown] { isKnown = true; });
   places_->prepare();

@@ -42,9 +42,9 @@ Windows::Windows(const WindowsParts& parts, const Services& services)
       services_(services),
       windowServices_(windowServices()),
       settingsIndex_(parts.store, {windowServices_, parts.keys},
-                     [this](const QString& section) {
+                     [this](const QString& section, const QString& label) {
                        showSettings();
-                       settings_->showSection(section);
+                       settings_->showSection(section, label);
                      }),
       places_(services.screens, [this](const Screen& screen) { return dockOn(screen); }) {
   connect(&services.motion, &MotionPreference::changed, this, &Windows::followMotion);
@@ -217,8 +217,7 @@ DesktopAbilities Windows::abilities() const {
   found.unaskedKeys = parts_.keys.unasked();
   found.appNumbers = services_.modifiers.capability();
   if (options.dockShortcutEnabled) found.dockKey = VirtualKeys::text(options.shortcutKey, options.shortcutModifiers);
-  if (parts_.commands.can(Commands::Optional::CommandBar) && options.commandBarEnabled)
-    found.commandBarKey = parts_.keys.commandBarKey();
+  if (parts_.commands.can(Commands::Optional::CommandBar)) found.commandBarKey = parts_.keys.commandBarKey();
   found.clipboard = services_.pasteboard.capability();
   found.clipboardOwners = services_.pasteboard.owners();
   found.clipboardEnds = services_.pasteboard.endOfOwners();

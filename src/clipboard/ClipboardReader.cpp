@@ -23,8 +23,11 @@ bool isHere(const QString& host) {
 /// The path of the first file of this machine in a list of addresses, one on a line. File managers' own lists begin
 /// with what is to be done with the files.
 QString firstFile(const QByteArray& list) {
-  for (const QByteArray& line : list.split('\n')) {
-    const QUrl url = QUrl::fromEncoded(line.trimmed());
+  for (qsizetype begin = 0; begin < list.size();) {
+    const qsizetype feed = list.indexOf('\n', begin);
+    const qsizetype end = feed < 0 ? list.size() : feed;
+    const QUrl url = QUrl::fromEncoded(list.sliced(begin, end - begin).trimmed());
+    begin = end + 1;
     const QString path = url.path(QUrl::FullyDecoded);
     if (url.scheme() == u"file" && isHere(url.host()) && path.startsWith(u'/')) return path;
   }

@@ -17,7 +17,7 @@ namespace tarnwick {
 class ClipboardReader {
  public:
   static constexpr qint64 kMostTextBytes = 100'001;      ///< One more than is kept.
-  static constexpr qint64 kMostListBytes = 1 << 20;      ///< Of a list of files, of which the first counts.
+  static constexpr qint64 kMostListBytes = 64 << 20;     ///< Of a list of files, of which the first counts.
   static constexpr qint64 kMostPictureBytes = 64 << 20;  ///< As sent.
 
   /// Whether nothing is to be read of what this owner copies.

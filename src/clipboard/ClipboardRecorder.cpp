@@ -19,7 +19,13 @@ void ClipboardRecorder::set(bool& state, bool value) {
   // What came in between, or is under way, belongs to the time in which nothing is recorded.
   pasteboardCount_ = pasteboard_.changeCount();
   reader_.cancel();
+  waits_ = false;
   keptChange_ = 0;
+}
+
+void ClipboardRecorder::setReady(bool ready) {
+  isReady_ = ready;
+  if (isReady_ && std::exchange(waits_, false)) read();
 }
 
 void ClipboardRecorder::setEnabled(bool enabled) { set(isEnabled_, enabled); }
@@ -49,6 +55,7 @@ void ClipboardRecorder::notice(PasteboardChange change) {
   const quint64 before = std::exchange(pasteboardCount_, count);
   if (before == count) return;
   reader_.cancel();
+  waits_ = false;
   const bool endedKept = change == PasteboardChange::OwnerGone && keptChange_ != 0 && keptChange_ == before;
   if (!endedKept) keptChange_ = 0;
   const QUuid held = std::exchange(heldBefore_, {});
@@ -63,6 +70,10 @@ void ClipboardRecorder::notice(PasteboardChange change) {
 }
 
 void ClipboardRecorder::read() {
+  if (!isReady_) {
+    waits_ = true;
+    return;
+  }
   reader_.read(pasteboardCount_, isListed_, [this](const std::optional<ClipboardCapture>& capture) {
     if (capture) keep(*capture);
   });

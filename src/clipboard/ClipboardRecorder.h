@@ -24,6 +24,8 @@ class ClipboardRecorder final : public QObject, public BeatClient {
 
   /// Which owners nothing is recorded of. One that is not known is not among them.
   void setNeverFrom(ClipboardReader::IsListed isListed) { isListed_ = std::move(isListed); }
+  /// Whether that can be told of an owner. Until then what is copied waits, and is read if it is still there.
+  void setReady(bool ready);
   /// The user's switch.
   void setEnabled(bool enabled);
   /// What displays show from now on.
@@ -65,6 +67,8 @@ class ClipboardRecorder final : public QObject, public BeatClient {
   bool isEnabled_ = false;
   bool isShown_ = false;
   bool isLocked_ = false;
+  bool isReady_ = true;
+  bool waits_ = false;  ///< The latest change is to be read once it is ready.
 };
 
 }  // namespace tarnwick

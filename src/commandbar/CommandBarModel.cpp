@@ -53,9 +53,11 @@ void CommandBarModel::setChoices(const CommandBarChoices& choices) {
 void CommandBarModel::opened() {
   if (!std::exchange(usageLoaded_, true)) {
     if (!parts_.store.isDiagnostic()) usage_ = CommandUsageStore::load(parts_.store.dataDirectory());
+    judgeUsage();
     if (parts_.loadClipboard) parts_.loadClipboard();
   }
   isOpen_ = true;
+  parts_.apps.load();  // Where they are not known yet, so that the first letter finds them.
   activeWindows_ = activeAmong(parts_.windows.all());
   setQuery({});
   show(results_, 0);
@@ -88,7 +90,7 @@ void CommandBarModel::refresh() {
 }
 
 QList<CommandItem> CommandBarModel::found() {
-  return CommandRanking::rank(candidates(query_), query_, usage_, parts_.store.now());
+  return CommandRanking::rank(candidates(query_), query_, judged_, parts_.store.now());
 }
 
 QList<ReadyRows> CommandBarModel::candidates(const QString& query) {
@@ -185,11 +187,16 @@ void CommandBarModel::setSearchingFiles(bool searching) {
 
 void CommandBarModel::remember(const CommandItem& item) {
   if (item.isWindow()) return;  // It is another one each time.
-  // One record would stand for every query: three searches would lift the row above all apps, and Return on a word
-  // meant for an app would send that word to a search engine.
-  if (item.isWebSearch()) return;
   usage_.record(item.id, parts_.store.now());
+  judgeUsage();
   if (!parts_.store.isDiagnostic()) usageStore_.save(usage_, parts_.store.dataDirectory());
+}
+
+// The record of the row that searches the web stands for every query: three searches would lift the row above all
+// apps, and Return on a word meant for an app would send that word to a search engine.
+void CommandBarModel::judgeUsage() {
+  judged_ = usage_;
+  judged_.records.remove(CommandItem::webSearchId());
 }
 
 bool CommandBarModel::activate(const CommandItem& item) {

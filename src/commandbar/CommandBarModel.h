@@ -116,6 +116,7 @@ class CommandBarModel final : public QObject {
   void stopFileSearch();
   void setSearchingFiles(bool searching);
   void remember(const CommandItem& item);
+  void judgeUsage();
 
   CommandBarParts parts_;
   CommandBarChoices choices_;
@@ -125,6 +126,7 @@ class CommandBarModel final : public QObject {
   bool searchingFiles_ = false;
   bool isOpen_ = false;
   CommandUsage usage_;
+  CommandUsage judged_;  ///< What of it the order of the rows goes by.
   bool usageLoaded_ = false;
   CommandUsageStore usageStore_;
   ReadyRows files_;  ///< The rows of the latest search.

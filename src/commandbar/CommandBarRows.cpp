@@ -89,11 +89,11 @@ void CommandBarRows::moveSelection(int by) {
   take();
 }
 
-bool CommandBarRows::activate(int row) {
+bool CommandBarRows::activate(int row, bool isPressed) {
   if (row < 0 || row >= rows_.size()) return false;
   const CommandRow chosen = rows_[row];  // What is done may replace the rows.
   if (!chosen.below) return model_.activate(chosen.item);
-  extras_.activate(chosen.item);
+  extras_.activate(chosen.item, isPressed || isChosen_);
   return true;
 }
 

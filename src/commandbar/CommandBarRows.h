@@ -38,8 +38,8 @@ class CommandBarRows final : public QObject {
 
   /// Goes so many rows down, and from one end of both lists on to the other.
   void moveSelection(int by);
-  /// Does what a row stands for. False where there is no such row.
-  bool activate(int row);
+  /// Does what a row stands for. False where there is no such row. `isPressed`: by a click on that row.
+  bool activate(int row, bool isPressed = false);
   /// Shows the file of a row in its folder. False where the row has none.
   bool reveal(int row);
 

@@ -5,8 +5,9 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "commandbar/Calculator.h"
+#include "commandbar/CommandSources.h"
 #include "commandbar/QuickAnswer.h"
-#include "commandbar/SymbolTable.h"
 
 namespace tarnwick {
 namespace {
@@ -24,20 +25,6 @@ constexpr auto kSettingPrefix = "setting:"_L1;
 
 /// Without what only asks for the coloured picture of a character.
 QString bare(const QString& emoji) { return QString(emoji).remove(QChar(0xFE0F)); }
-
-/// Sums, dates and versions have no letter, and nobody means an emoji or a setting by them.
-bool hasLetter(const QString& text) {
-  return std::ranges::any_of(text.toUcs4(), [](char32_t character) { return QChar::isLetter(character); });
-}
-
-bool isSymbolOfBar(const QString& emoji) {
-  static const QSet<QString> symbols = [] {
-    QSet<QString> made;
-    for (const SymbolTable::Entry& entry : SymbolTable::entries()) made.insert(bare(entry.character));
-    return made;
-  }();
-  return symbols.contains(bare(emoji));
-}
 
 /// It looks like a calculation of the ranked list, and is copied like one.
 CommandItem answerRow(const QString& query, const QString& answer) {
@@ -71,19 +58,23 @@ QList<CommandItem> CommandExtras::find(const QString& query) const {
   const QString text = Text::withoutOuterBlanks(query).toString();
   QList<CommandItem> rows;
   if (const auto answer = QuickAnswer::of(text)) rows << answerRow(text, *answer);
-  if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters || !hasLetter(text)) return rows;
+  if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters || Calculator::evaluate(text)) return rows;
+  const qsizetype most = rows.size() + kMost;
   if (choices_.findsEmoji) rows += emoji(text);
   if (choices_.findsSettings) rows += settings(text);
-  return rows.first(std::min(rows.size(), kMost));
+  return rows.first(std::min(rows.size(), most));
 }
 
 QList<CommandItem> CommandExtras::emoji(const QString& query) const {
   const EmojiTable& table = parts_.emoji();
   const QString subtitle = CopyRowWords::tr("%1 · copy");
+  QSet<QString> ranked;
+  if (choices_.findsSymbols)
+    for (const CommandItem& symbol : CommandSources::symbols(query)) ranked.insert(bare(symbol.title));
   QList<CommandItem> rows;
   for (const qsizetype index : table.search(query)) {
     const QString emoji = table.emoji(index);
-    if (isSymbolOfBar(emoji)) continue;
+    if (ranked.contains(bare(emoji))) continue;
     CommandItem row;
     row.id = kEmojiPrefix + emoji;
     row.kind = CommandItem::Kind::Symbol;
@@ -104,7 +95,7 @@ QList<CommandItem> CommandExtras::settings(const QString& query) const {
     CommandItem row;
     row.id = kSettingPrefix + place.id;
     row.title = place.title;
-    row.subtitle = place.page;
+    row.subtitle = place.isSwitch ? CommandExtras::tr("%1 · turn on or off").arg(place.page) : place.page;
     row.symbol = place.symbol;
     row.payload = place.id;
     rows.append(std::move(row));
@@ -112,12 +103,12 @@ QList<CommandItem> CommandExtras::settings(const QString& query) const {
   return rows.first(std::min(rows.size(), kMostSettings));
 }
 
-void CommandExtras::activate(const CommandItem& item) {
+void CommandExtras::activate(const CommandItem& item, bool isChosen) {
   const CommandItem chosen = item;  // What is done may replace the rows.
   if (chosen.id.startsWith(kEmojiPrefix) || chosen.id.startsWith(kAnswerPrefix))
     parts_.commands.copyText(chosen.payload);
   else if (parts_.settings && chosen.id.startsWith(kSettingPrefix))
-    parts_.settings->open(chosen.payload);
+    isChosen ? parts_.settings->open(chosen.payload) : parts_.settings->show(chosen.payload);
 }
 
 }  // namespace tarnwick

@@ -24,6 +24,8 @@ struct CommandExtrasParts {
 struct CommandExtrasChoices {
   bool findsEmoji = true;
   bool findsSettings = true;
+  /// Whether the ranked list has symbols, which are not repeated.
+  bool findsSymbols = true;
 
   bool operator==(const CommandExtrasChoices&) const = default;
 };
@@ -33,10 +35,10 @@ struct CommandExtrasChoices {
 class CommandExtras final : public QObject {
   Q_OBJECT
  public:
-  static constexpr qsizetype kMost = 6;  ///< Rows in all.
+  static constexpr qsizetype kMost = 6;  ///< Emoji and settings together.
   static constexpr qsizetype kMostEmoji = 6;
   static constexpr qsizetype kMostSettings = 3;
-  /// Shorter queries find no emoji and no settings, nor do those without a letter.
+  /// Shorter queries find no emoji and no settings, nor do calculations.
   static constexpr qsizetype kFewestCharacters = 2;
 
   explicit CommandExtras(const CommandExtrasParts& parts, QObject* parent = nullptr);
@@ -46,11 +48,12 @@ class CommandExtras final : public QObject {
   /// The bar is there to be seen: what a query needs may be made ready.
   void opened();
 
-  /// The rows for a query, in the order in which they are shown: what QuickAnswer says to it, emoji that the table of
-  /// symbols has not got, then rows of Settings. Their identities begin with "answer:", "emoji:" and "setting:".
+  /// The rows for a query, in the order in which they are shown: what QuickAnswer says to it, emoji that are not among
+  /// the symbols for it, then rows of Settings. Their identities begin with "answer:", "emoji:" and "setting:".
   QList<CommandItem> find(const QString& query) const;
-  /// Does what a row of it stands for.
-  void activate(const CommandItem& item);
+  /// Does what a row of it stands for. The switch of a row of Settings is turned only where the user went to the row;
+  /// else the row is shown.
+  void activate(const CommandItem& item, bool isChosen);
 
  Q_SIGNALS:
   /// A query may find other rows than before.

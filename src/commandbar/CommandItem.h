@@ -30,7 +30,8 @@ struct CommandItem {
 
   bool isWindow() const { return id.startsWith(QLatin1StringView("window:")); }
   /// The row that searches the web, whatever for.
-  bool isWebSearch() const { return id == QLatin1StringView("web:search"); }
+  bool isWebSearch() const { return id == webSearchId(); }
+  static QString webSearchId() { return QStringLiteral("web:search"); }
   const QString& text() const { return matchText.isEmpty() ? title : matchText; }
 
   bool operator==(const CommandItem&) const = default;

@@ -47,7 +47,7 @@ QStringList otherTextsOf(const DesktopEntry& entry) {
 
 CommandItem searchRow(const QString& query, const QString& choice, const QLocale& locale) {
   CommandItem row;
-  row.id = u"web:search"_s;
+  row.id = CommandItem::webSearchId();
   row.title = CommandSourceWords::tr("Search the web for “%1”").arg(query);
   row.subtitle = WebSearch::host(choice, locale);
   row.symbol = u"magnifyingglass"_s;

@@ -10,13 +10,12 @@ void IndexedFileSearch::closed() {
 }
 
 void IndexedFileSearch::start(const QString& query, Done done) {
-  QStringList recent = keeper_.changes();
-  if (recent_) recent += recent_();
   work_.start(
-      [mapped = keeper_.names(), recent, query](const std::stop_token& stop) {
+      [mapped = keeper_.names(), changes = keeper_.changes(), others = recent_, query](const std::stop_token& stop) {
         QList<FoundFile> found;
         const auto names = mapped->get();
         if (!names) return found;
+        const QStringList recent = others ? changes + others() : changes;
         for (const FolderEntry& entry : NameSearch::newest(*names->index, query, recent, kMost, stop, names->newest))
           found.append({entry.path, entry.name, entry.isFolder});
         return found;

@@ -15,7 +15,8 @@ namespace tarnwick {
 /// nothing is. Main thread only.
 class IndexedFileSearch final : public FileSearch {
  public:
-  /// `keeper` must outlive this. `recent` gives the paths of files that the user had open lately, and may be left out.
+  /// `keeper` must outlive this. `recent` gives the paths of files that the user had open lately; it is asked on
+  /// another thread, where it may block, holds all that it touches, and may be left out.
   explicit IndexedFileSearch(NameIndexKeeper& keeper, std::function<QStringList()> recent = {})
       : keeper_(keeper), recent_(std::move(recent)) {}
 

@@ -10,8 +10,9 @@ namespace tarnwick {
 struct SettingsPlace {
   QString id;  ///< What distinguishes it from every other one.
   QString title;
-  QString page;    ///< The section that it stands in, as Settings calls it.
-  QString symbol;  ///< The section's.
+  QString page;           ///< The section that it stands in, as Settings calls it.
+  QString symbol;         ///< The section's.
+  bool isSwitch = false;  ///< Whether to open it is to turn it.
 
   bool operator==(const SettingsPlace&) const = default;
 };
@@ -30,6 +31,8 @@ class SettingsPlaces : public QObject {
   /// Turns the switch that stands in a row, if it can be turned at the moment; any other row is shown to the user. One
   /// that is not there any more changes nothing.
   virtual void open(const QString& id) = 0;
+  /// Shows a row to the user and changes nothing.
+  virtual void show(const QString& id) = 0;
 
  Q_SIGNALS:
   void changed();

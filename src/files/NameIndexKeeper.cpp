@@ -49,6 +49,7 @@ struct NameIndexKeeper::Look {
 
 struct NameIndexKeeper::Walked {
   bool isDone = false;
+  bool hasWritten = false;
 };
 
 NameIndexKeeper::Look NameIndexKeeper::Disk::look() const {
@@ -79,7 +80,7 @@ NameIndexKeeper::Walked NameIndexKeeper::Disk::walk(qint64 since, const std::sto
   // Where it goes on is a place in the file that it wrote.
   const bool isKept = result->file.isEmpty() || write(result->file, true);
   from = isKept && !result->isDone ? result->from : 0;
-  return {.isDone = result->isDone};
+  return {.isDone = result->isDone, .hasWritten = isKept && !result->file.isEmpty()};
 }
 
 bool NameIndexKeeper::Disk::write(const QByteArray& content, bool isLast) const {
@@ -135,9 +136,11 @@ void NameIndexKeeper::start(Work work, Done done) {
 void NameIndexKeeper::setOn(bool on) {
   const bool wasOn = std::exchange(isOn_, on);
   if (on) {
+    isRemoved_ = false;
     if (!wasOn && isOpen_) begin();
     return;
   }
+  if (std::exchange(isRemoved_, true)) return;
   end();
   const auto remove = [](Disk& disk) {
     return idly([&] {
@@ -201,9 +204,9 @@ void NameIndexKeeper::walk(bool isWhole) {
   start(work, [this, now, opening = opening_](const Walked& walked) {
     if (walked.isDone) lastWalk_ = now;
     if (opening != opening_) return;
-    const bool wasGrowing = isGrowing_;
     setGrowing(false);
-    if (wasGrowing) lookAround(false);
+    // Other folders are the newest now.
+    if (walked.hasWritten) lookAround(false);
   });
 }
 

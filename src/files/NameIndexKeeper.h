@@ -81,6 +81,7 @@ class NameIndexKeeper final : public QObject {
   std::shared_ptr<MappedNames> names_;
   std::shared_ptr<NameIndexKeeper*> self_;  ///< Null inside once this is gone.
   bool isOn_ = true;
+  bool isRemoved_ = false;  ///< Whether the file was removed since it was last to be there.
   bool isOpen_ = false;
   bool isGrowing_ = false;
   int jobs_ = 0;

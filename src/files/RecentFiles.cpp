@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QStandardPaths>
 #include <QUrl>
 #include <QXmlStreamReader>
 #include <algorithm>
@@ -50,6 +51,10 @@ QList<RecentFile> stillThere(const QList<RecentFile>& all, const std::stop_token
 
 }  // namespace
 
+QString RecentFiles::sharedList() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/recently-used.xbel"_s;
+}
+
 RecentFiles::RecentFiles(const QString& file, Scheduler& scheduler, QObject* parent)
     : QObject(parent), file_(file), watch_(scheduler) {
   connect(&watch_, &FileWatch::changed, this, &RecentFiles::read);
@@ -67,6 +72,12 @@ const QList<RecentFile>& RecentFiles::list() {
 void RecentFiles::setFixed(const QList<RecentFile>& list) {
   asked_ = loaded_ = true;
   list_ = list;
+}
+
+QStringList RecentFiles::paths(const QString& file) {
+  QStringList paths;
+  for (const RecentFile& each : parse(SmallFile::read(file, kMostBytes).value_or(QByteArray()))) paths << each.path;
+  return paths;
 }
 
 void RecentFiles::read() {

@@ -29,6 +29,9 @@ class RecentFiles final : public QObject {
   /// A list that is larger than this many bytes is not read.
   static constexpr qint64 kMostBytes = 8LL * 1024 * 1024;
 
+  /// Where the desktop's list lies.
+  static QString sharedList();
+
   /// `file`: the shared list; `scheduler` must outlive it.
   RecentFiles(const QString& file, Scheduler& scheduler, QObject* parent = nullptr);
 
@@ -41,6 +44,9 @@ class RecentFiles final : public QObject {
   /// Everything in the text of a list that may be shown, the latest first. Of a broken one what is before the
   /// fault.
   static QList<RecentFile> parse(const QByteArray& text);
+  /// The paths in a list that lies there, the latest first, whether they are still there or not. Blocks; any thread may
+  /// ask.
+  static QStringList paths(const QString& file);
 
  Q_SIGNALS:
   void changed();

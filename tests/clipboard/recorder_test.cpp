@@ -230,6 +230,23 @@ TEST_F(ClipboardRecorderTest, NothingIsAskedOfAnOwnerThatIsListed) {
   EXPECT_EQ(kept(), QStringList{u"text of somebody unknown"_s});
 }
 
+TEST_F(ClipboardRecorderTest, WhatIsCopiedBeforeOwnersCanBeJudgedWaits) {
+  recorder->setReady(false);
+  copy(writer(u"gone by then"_s));
+  copy(writer(u"still there"_s));
+  EXPECT_EQ(pasteboard.asked, QStringList());
+  recorder->setReady(true);
+  settle();
+  EXPECT_EQ(kept(), QStringList{u"text still there"_s});
+  recorder->setReady(false);
+  copy(writer(u"while it was off"_s));
+  recorder->setEnabled(false);
+  recorder->setEnabled(true);
+  recorder->setReady(true);
+  settle();
+  EXPECT_EQ(kept().size(), 1);
+}
+
 TEST(ClipboardOwners, AreKnownByTheirWindowsOrTheirProcesses) {
   DesktopEntry vault;
   vault.id = u"org.example.Vault"_s;

@@ -15,9 +15,11 @@ class ScriptedPlaces final : public SettingsPlaces {
     return found;
   }
   void open(const QString& id) override { opened << id; }
+  void show(const QString& id) override { shown << id; }
 
   QList<SettingsPlace> places;
   QStringList opened;
+  QStringList shown;
   int prepared = 0;
 };
 

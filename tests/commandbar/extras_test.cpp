@@ -44,6 +44,9 @@ class CommandExtrasTest : public testing::Test {
 };
 
 TEST_F(CommandExtrasTest, EmojiComeFirstAndAllTogetherAreSix) {
+  extras.setChoices({.findsSymbols = false});
+  EXPECT_EQ(found(u"rocket"_s), "emoji:🚀");
+  extras.setChoices({});
   for (const auto& id : {u"1"_s, u"2"_s, u"3"_s, u"4"_s})
     places.places << SettingsPlace{id, "Crab sea "_L1 + id, u"General"_s, u"gear"_s};
   places.places << SettingsPlace{u"5"_s, u"Fish"_s, u"General"_s, u"gear"_s};
@@ -61,10 +64,12 @@ TEST_F(CommandExtrasTest, EmojiComeFirstAndAllTogetherAreSix) {
       {u"fish"_s, "emoji:🐟 emoji:🐠 setting:5"},
       {u"tr fi"_s, "emoji:🐠"},
       {u"sea"_s, "emoji:🦀 emoji:🐚 emoji:🐟 emoji:🐠 emoji:🐡 emoji:🐙"},
+      // Where the symbols of the other list do not answer they stand here.
       {u"rocket"_s, ""},
+      {u"space"_s, "emoji:🚀"},
       {u"red heart"_s, ""},
       {u"numb"_s, "emoji:🔢"},
-      {u"1234"_s, ""},
+      {u"1234"_s, "emoji:🔢 setting:7"},
       {u"12+34"_s, ""},
       {u"5%"_s, ""},
       {u"1234 c"_s, "setting:7"},
@@ -98,15 +103,18 @@ TEST_F(CommandExtrasTest, ReturnCopiesAnEmojiAndOpensAPlace) {
   EXPECT_EQ(rows[0].subtitle, u"crab · copy"_s);
   EXPECT_EQ(rows[1].title, u"Crab"_s);
   EXPECT_EQ(rows[1].subtitle, u"General"_s);
-  extras.activate(rows[0]);
+  extras.activate(rows[0], true);
   EXPECT_EQ(commands.asked, QStringList{u"copy 🦀"_s});
   EXPECT_EQ(places.opened, QStringList());
-  extras.activate(rows[1]);
+  extras.activate(rows[1], true);
   EXPECT_EQ(places.opened, QStringList{u"general/Crab"_s});
+  // Nobody chose it, so no switch is turned.
+  extras.activate(rows[1], false);
+  EXPECT_EQ(places.shown, QStringList{u"general/Crab"_s});
   EXPECT_EQ(commands.asked.size(), 1);
 
   CommandExtras alone({.commands = commands});
-  alone.activate(rows[1]);
+  alone.activate(rows[1], true);
   EXPECT_EQ(places.opened.size(), 1);
 }
 

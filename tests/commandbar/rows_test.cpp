@@ -94,6 +94,8 @@ TEST_F(CommandBarRowsTest, WhatOnlyTheWebAnswersBeginsWithTheSecondList) {
   model->setQuery(u"zoom"_s);
   ASSERT_EQ(shown(), "web:search, | setting:page/Zoom");
   EXPECT_EQ(selectedId(), "setting:page/Zoom");
+  EXPECT_TRUE(list.activate(list.selection()));
+  EXPECT_EQ(places.shown, QStringList{u"page/Zoom"_s});
   // Nobody chose it, so that something better takes its place.
   time.advance(0.15);
   findFiles({u"zoom"_s});
@@ -126,7 +128,7 @@ TEST_F(CommandBarRowsTest, RowsAreDoneByTheListThatTheyStandIn) {
   model->setQuery(u"map"_s);
   EXPECT_TRUE(list.activate(0));
   EXPECT_EQ(commands.asked, QStringList{u"start /apps/maps.desktop"_s});
-  EXPECT_TRUE(list.activate(2));
+  EXPECT_TRUE(list.activate(2, true));
   EXPECT_EQ(places.opened, QStringList{u"page/Map size"_s});
   EXPECT_TRUE(list.reveal(0));
   EXPECT_EQ(commands.asked.last(), u"reveal /apps/maps.desktop"_s);

@@ -18,7 +18,9 @@ class SettingsIndexTest : public testing::Test, public SettingsFixture {
   }
 
   QStringList shown;
-  SettingsIndex index{store(), services, [this](const QString& section) { shown << section; }};
+  SettingsIndex index{store(), services, [this](const QString& section, const QString& label) {
+                        shown << (label.isEmpty() ? section : section + u'/' + label);
+                      }};
 };
 
 TEST_F(SettingsIndexTest, FindsRowsByTheBeginningOfTheirWords) {
@@ -76,14 +78,17 @@ TEST_F(SettingsIndexTest, TurnsASwitchAndShowsEveryOtherPlace) {
   index.open(u"general/Notifications"_s);
   EXPECT_EQ(config().notificationsEnabled, before);
   EXPECT_EQ(shown, QStringList());
+  index.show(u"general/Notifications"_s);
+  EXPECT_EQ(config().notificationsEnabled, before);
+  EXPECT_EQ(shown, QStringList{u"general/Notifications"_s});
 
   const struct {
     QString id;
     QString section;
   } cases[] = {
       {u"privacy"_s, u"privacy"_s},
-      {u"general/Export settings"_s, u"general"_s},
-      {u"general/Gone"_s, u"general"_s},
+      {u"general/Export settings"_s, u"general/Export settings"_s},
+      {u"general/Gone"_s, u"general/Gone"_s},
       {u"gone/Notifications"_s, {}},
       {u"gone"_s, {}},
       {{}, {}},
@@ -101,7 +106,7 @@ TEST_F(SettingsIndexTest, ASwitchThatIsOfNoUseIsShownInstead) {
   abilities.tray = Capability::no(u"No tray."_s);
   const bool before = options().classicMenu;
   index.open(u"general/Classic menu"_s);
-  EXPECT_EQ(shown, QStringList{u"general"_s});
+  EXPECT_EQ(shown, QStringList{u"general/Classic menu"_s});
   EXPECT_EQ(options().classicMenu, before);
 }
 

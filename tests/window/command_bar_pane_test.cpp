@@ -143,10 +143,29 @@ TEST_F(CommandBarPaneTest, SeveralLinesThatArePastedAreOne) {
   EXPECT_EQ(model->query(), pane.field().text());
 }
 
+TEST_F(CommandBarPaneTest, WhatIsStillBeingWrittenIsNoQuery) {
+  const int before = pane.field().inputMethodQuery(Qt::ImCursorRectangle).toRect().left();
+  QInputMethodEvent writing(u"mai"_s, {{QInputMethodEvent::Cursor, 3, 1, {}}});
+  QCoreApplication::sendEvent(&pane.field(), &writing);
+  EXPECT_GT(pane.field().inputMethodQuery(Qt::ImCursorRectangle).toRect().left(), before);
+  EXPECT_EQ(model->query(), QString());
+  QInputMethodEvent written;
+  written.setCommitString(u"mail"_s);
+  QCoreApplication::sendEvent(&pane.field(), &written);
+  EXPECT_EQ(model->query(), u"mail"_s);
+}
+
 TEST_F(CommandBarPaneTest, SaysWhatItDidAndWhereNothingCanBeFound) {
   type(u"ma"_s);
   key(Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(pane.list().accessibleDescription(), u"Path copied"_s);
+  EXPECT_EQ(pane.list().note(), u"Path copied"_s);
+  // The path is among what was copied then, and the row that it is about is still chosen.
+  model->setChoices({.findsWidgets = false, .findsSymbols = false, .findsFiles = false, .webSearch = {}});
+  EXPECT_EQ(pane.list().rows().size(), 3);
+  EXPECT_EQ(pane.list().note(), u"Path copied"_s);
+  key(Qt::Key_Down);
+  EXPECT_EQ(pane.list().note(), QString());
   pane.field().clear();
   pane.setFindsNothing(true);
   EXPECT_EQ(pane.field().placeholderText(), u"Write a calculation"_s);

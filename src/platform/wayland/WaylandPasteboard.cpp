@@ -200,6 +200,14 @@ quint64 WaylandPasteboard::set(const PasteboardOffer& offer) {
   if (!device_) return count_;
   sources_.push_back(std::make_unique<Source>(*this, offer, ++claims_));
   zwlr_data_control_device_v1_set_selection(device_.get(), sources_.back()->object());
+  // The compositor may refuse without a word; what others copy is news again then.
+  static constexpr wl_callback_listener kClaimed{.done = [](void* data, wl_callback*, uint32_t) {
+    auto* self = static_cast<WaylandPasteboard*>(data);
+    self->isClaiming_ = false;
+    self->claimed_.reset();
+  }};
+  claimed_.reset(wl_display_sync(session_.display()));
+  wl_callback_add_listener(claimed_.get(), &kClaimed, this);
   wl_display_flush(session_.display());
   isClaiming_ = true;
   owner_ = {};

@@ -66,6 +66,7 @@ class WaylandPasteboard final : public Pasteboard {
   bool isClaiming_ = false;  ///< We put something there and have not heard back.
   bool knowsFirst_ = false;  ///< Whether what was there at the start has been told.
   WaylandOwned<wl_callback> first_;
+  WaylandOwned<wl_callback> claimed_;  ///< Comes when we should have heard of our latest claim.
 };
 
 }  // namespace tarnwick

@@ -34,9 +34,9 @@ CommandBarPane::CommandBarPane(CommandBarRows& rows, Picture picture, FrameClock
       [this](QPainter& painter, const QRectF& box, const CommandItem& item) { drawPicture(painter, box, item); });
   list_->hide();
   connect(field_, &QLineEdit::textChanged, this, &CommandBarPane::takeText);
-  connect(field_, &QLineEdit::returnPressed, this, [this] { activate(rows_.selection()); });
+  connect(field_, &QLineEdit::returnPressed, this, [this] { activate(rows_.selection(), false); });
   connect(field_, &CommandField::listKeyPressed, this, &CommandBarPane::keyPressed);
-  connect(list_, &CommandList::opened, this, &CommandBarPane::activate);
+  connect(list_, &CommandList::opened, this, [this](int row) { activate(row, true); });
   connect(list_, &CommandList::revealRequested, this, &CommandBarPane::reveal);
   connect(&rows_, &CommandBarRows::changed, this, &CommandBarPane::takeRows);
   field_->setText(rows_.model().query());
@@ -88,6 +88,7 @@ void CommandBarPane::takeText(const QString& text) {
     if (each.category() == QChar::Other_Control || each == QChar::LineSeparator || each == QChar::ParagraphSeparator)
       each = u' ';
   if (line == text) {
+    list_->say({});
     rows_.model().setQuery(text);
     if (findsNothing_) takeRows();  // Without rows nothing else tells that something is written.
     return;
@@ -177,8 +178,8 @@ void CommandBarPane::copyPath(const CommandItem& item) {
   QAccessible::updateAccessibility(&alert);
 }
 
-void CommandBarPane::activate(int row) {
-  if (rows_.activate(row)) Q_EMIT done();
+void CommandBarPane::activate(int row, bool isPressed) {
+  if (rows_.activate(row, isPressed)) Q_EMIT done();
 }
 
 void CommandBarPane::reveal(int row) {

@@ -59,7 +59,7 @@ class CommandBarPane final : public GlassPane {
   bool saysNothingIsOn() const;
   void copyPath(const CommandItem& item);
   void keyPressed(QKeyEvent* event);
-  void activate(int row);
+  void activate(int row, bool isPressed);
   void reveal(int row);
   void layOut();
   void drawPicture(QPainter& painter, const QRectF& box, const CommandItem& item) const;

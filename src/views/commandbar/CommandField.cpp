@@ -29,6 +29,8 @@ class CaretlessStyle final : public QProxyStyle {
 
 /// Qt keeps two pixels of its own beside the text.
 constexpr int kOwnSpace = 2;
+/// The caret stands where text begins, and what is said in its place begins so far behind it.
+constexpr int kBehindCaret = 6;
 constexpr int kDegree = 16;  // Of QPainter.
 
 }  // namespace
@@ -65,6 +67,7 @@ CommandField::CommandField(QWidget* parent)
   connect(&blinking_, &QTimer::timeout, this, &CommandField::blink);
   connect(this, &QLineEdit::cursorPositionChanged, this, &CommandField::showCaret);
   connect(this, &QLineEdit::textChanged, this, &CommandField::showCaret);
+  connect(this, &QLineEdit::textChanged, this, &CommandField::setSpaceAround);
   connect(this, &QLineEdit::selectionChanged, this, qOverload<>(&QWidget::update));
 }
 
@@ -121,7 +124,7 @@ void CommandField::takeLook() {
 }
 
 void CommandField::setSpaceAround() {
-  const int before = theme::kBarTextLeft - kOwnSpace;
+  const int before = theme::kBarTextLeft - kOwnSpace + (text().isEmpty() ? kBehindCaret : 0);
   const int after = static_cast<int>(theme::kBarSymbolLeft * 2 + theme::kBarRing) - kOwnSpace;
   isRightToLeft() ? setTextMargins(after, 0, before, 0) : setTextMargins(before, 0, after, 0);
   // Whichever way what is written runs, it begins beside the symbol.
@@ -167,7 +170,7 @@ void CommandField::showCaret() {
 
 void CommandField::blink() {
   caretShows_ = !caretShows_;
-  update(cursorRect().adjusted(-4, -4, 4, 4));
+  update(cursorRect().adjusted(-4 - kBehindCaret, -4, 4 + kBehindCaret, 4));
 }
 
 QRect CommandField::ringPlace() const {
@@ -189,7 +192,8 @@ void CommandField::paintEvent(QPaintEvent* event) {
   if (hasFocus() && caretShows_ && !isReadOnly()) {
     const QRect at = cursorRect();
     // Beside the letter before it, not on its edge.
-    const double beside = isRightToLeft() ? -theme::kBarCaretWidth / 2 : theme::kBarCaretWidth / 2;
+    const double outward = theme::kBarCaretWidth / 2 - (text().isEmpty() ? kBehindCaret : 0);
+    const double beside = isRightToLeft() ? -outward : outward;
     const QRectF caret(at.center().x() - theme::kBarCaretWidth / 2 + 0.5 + beside,
                        (height() - theme::kBarCaretHeight) / 2, theme::kBarCaretWidth, theme::kBarCaretHeight);
     drawRounded(painter, caret, theme::kBarCaretWidth / 2, look.palette.accent(Accent::Blue));

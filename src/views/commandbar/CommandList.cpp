@@ -1,5 +1,6 @@
 #include "views/commandbar/CommandList.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -14,6 +15,7 @@
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
 #include "views/controls/PaintedList.h"
+#include "views/controls/PanelTip.h"
 #include "views/theme/Emoji.h"
 #include "views/theme/Glass.h"
 #include "widgets/FileWords.h"
@@ -95,6 +97,17 @@ class CommandList::Painter final : public QStyledItemDelegate {
     return {list_.viewport()->width(), theme::kBarRowHeight + (divided ? theme::kBarDivider : 0)};
   }
 
+  /// All that a row says, where that is more than is seen of it.
+  QString tipOf(int number) const {
+    const CommandRow& row = list_.rows()[number];
+    const double width = textWidth(list_.viewport()->width(), row.item, number == list_.currentIndex().row());
+    const bool isCut =
+        titleOf(row).width() > width ||
+        (!isOneLine(row.item) && TextLine(captionOf(row.item), TextStyle::CommandCaption).width() > width);
+    if (!isCut) return {};
+    return isOneLine(row.item) ? wordsOf(row.item) : row.item.title + u'\n' + row.item.subtitle;
+  }
+
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     if (!list_.showsWhole(option.rect)) return;
     painter->save();
@@ -130,25 +143,23 @@ class CommandList::Painter final : public QStyledItemDelegate {
     const QRectF icon(box.left() + theme::kBarIconLeft, box.center().y() - theme::kBarIcon / 2, theme::kBarIcon,
                       theme::kBarIcon);
     if (list_.picture_) list_.picture_(painter, mirror(icon), item);
-    double right = box.right() - theme::kBarRowTextRight;
+    const double right = box.right() - theme::kBarRowTextRight;
     if (chosen && !list_.note_.isEmpty()) {
-      const double width = std::ceil(TextLine(list_.note_, TextStyle::CommandCaption).width());
+      const double width = noteWidth();
       drawTextIn(painter, mirror(QRectF(right - width, box.top(), width, box.height())), list_.note_,
                  TextStyle::CommandCaption, look.palette.secondary, mirror.ending());
-      right -= width + theme::kBarHintGap;
     } else if (chosen) {
-      const KeyHint hint(CommandBarWords::hint(item.kind, canReveal(item)));
+      const KeyHint hint = hintOf(item);
       hint.draw(painter, mirror(QRectF(right - hint.width(), box.top(), hint.width(), box.height())), look,
                 mirror.isMirrored());
-      right -= hint.width() + theme::kBarHintGap;
     }
     const double left = box.left() + theme::kBarRowTextLeft;
     const auto line = [&](double share) {
-      return mirror(QRectF(left, box.top() + box.height() * share - 12, std::max(0.0, right - left), 24));
+      return mirror(QRectF(left, box.top() + box.height() * share - 12, textWidth(box.width(), item, chosen), 24));
     };
-    const bool oneLine = item.kind == Kind::Symbol || item.subtitle.isEmpty();
-    const TextStyle style = item.kind == Kind::Calculation ? TextStyle::Gauge : TextStyle::CommandTitle;
-    const EmphasisedText words{wordsOf(item), row.matched, style, quietPart(item), look.palette.secondary};
+    const bool oneLine = isOneLine(item);
+    EmphasisedText words = titleOf(row);
+    words.quietInk = look.palette.secondary;
     words.draw(painter, line(oneLine ? 0.5 : theme::kTitleShare), look.palette.primary,
                look.palette.accentWord(Accent::Blue), mirror.reading());
     if (oneLine) return;
@@ -156,13 +167,31 @@ class CommandList::Painter final : public QStyledItemDelegate {
                mirror.reading(), item.kind == Kind::File ? Elide::Middle : Elide::End);
   }
 
+  static bool isOneLine(const CommandItem& item) { return item.kind == Kind::Symbol || item.subtitle.isEmpty(); }
+  static EmphasisedText titleOf(const CommandRow& row) {
+    const bool isCalculation = row.item.kind == Kind::Calculation;
+    EmphasisedText title{wordsOf(row.item), row.matched, isCalculation ? TextStyle::Gauge : TextStyle::CommandTitle,
+                         quietPart(row.item)};
+    // What a name ends with tells one from the next.
+    if (canReveal(row.item)) title.elide = Elide::Middle;
+    return title;
+  }
+  static KeyHint hintOf(const CommandItem& item) { return KeyHint(CommandBarWords::hint(item.kind, canReveal(item))); }
+  double noteWidth() const { return std::ceil(TextLine(list_.note_, TextStyle::CommandCaption).width()); }
+  /// What a row has for its words.
+  double textWidth(double width, const CommandItem& item, bool chosen) const {
+    width -= theme::kBarRowTextLeft + theme::kBarRowTextRight;
+    if (chosen) width -= (list_.note_.isEmpty() ? hintOf(item).width() : noteWidth()) + theme::kBarHintGap;
+    return std::max(0.0, width);
+  }
+
   CommandList& list_;
 };
 
-CommandList::CommandList(QWidget* parent) : QListView(parent), model_(new Model(this)) {
+CommandList::CommandList(QWidget* parent) : QListView(parent), model_(new Model(this)), painter_(new Painter(*this)) {
   becomePaintedList(*this, CommandBarWords::tr("Results"));
   setModel(model_);
-  setItemDelegate(new Painter(*this));
+  setItemDelegate(painter_);
   setFocusPolicy(Qt::NoFocus);
   setVerticalScrollMode(ScrollPerItem);
   setViewportMargins(theme::kBarListPadding, theme::kBarListPadding, theme::kBarListPadding, theme::kBarListPadding);
@@ -172,7 +201,6 @@ CommandList::~CommandList() = default;
 
 void CommandList::setRows(const QList<CommandRow>& rows) {
   if (rows == model_->rows) return;
-  note_.clear();
   model_->set(rows);
   scheduleDelayedItemsLayout();
   viewport()->update();
@@ -182,14 +210,15 @@ const QList<CommandRow>& CommandList::rows() const { return model_->rows; }
 
 void CommandList::choose(int row) {
   const QModelIndex index = row < 0 ? QModelIndex() : model_->index(row, 0);
+  if (!index.isValid() || model_->rows[row].item.id != noted_) note_.clear();
   if (index == currentIndex()) return;
-  note_.clear();
   setCurrentIndex(index);
   viewport()->update();
 }
 
 void CommandList::say(const QString& note) {
   note_ = note;
+  noted_ = currentIndex().isValid() ? model_->rows[currentIndex().row()].item.id : QString();
   viewport()->update();
 }
 
@@ -210,8 +239,12 @@ int CommandList::shownRows() const {
 int CommandList::wholeHeight() const {
   if (model_->rows.isEmpty()) return 0;
   int height = theme::kBarListPadding * 2;
-  for (int row = 0, end = shownRows(); row < end; ++row) height += heightOf(row);
-  return height;
+  const int end = shownRows();
+  for (int row = 0; row < end; ++row) height += heightOf(row);
+  // A line that is scrolled to would push the last row out.
+  bool hasLineBelow = false;
+  for (int row = end; row < model_->rows.size(); ++row) hasLineBelow = hasLineBelow || startsBelow(model_->rows, row);
+  return hasLineBelow && height + theme::kBarDivider <= space_ ? height + theme::kBarDivider : height;
 }
 
 void CommandList::scrollTo(const QModelIndex& index, ScrollHint hint) {
@@ -238,6 +271,14 @@ QStringList CommandList::itemActions(const QModelIndex& index) const {
 }
 
 void CommandList::runItemAction(const QModelIndex& index, qsizetype) { Q_EMIT revealRequested(index.row()); }
+
+bool CommandList::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
+  const int row = rowAt(static_cast<QHelpEvent*>(event)->pos());
+  const QString tip = row < 0 ? QString() : painter_->tipOf(row);
+  PanelTip::show(*viewport(), tip, row < 0 ? QRect() : visualRect(model_->index(row, 0)));
+  return true;
+}
 
 void CommandList::mousePressEvent(QMouseEvent* event) {
   pressed_ = event->button() == Qt::LeftButton ? rowAt(event->position().toPoint()) : -1;

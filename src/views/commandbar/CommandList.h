@@ -27,8 +27,9 @@ class CommandList final : public QListView, public ItemActions {
   const QList<CommandRow>& rows() const;
   /// -1 for none.
   void choose(int row);
-  /// What was done with the chosen row, in place of its hint until something changes.
+  /// What was done with the chosen row, in place of its hint until another one is chosen or something else is said.
   void say(const QString& note);
+  const QString& note() const { return note_; }
   void setSpace(int height) { space_ = height; }
   /// Of the rows that it shows at a time, with the space around them; 0 without any.
   int wholeHeight() const;
@@ -46,6 +47,7 @@ class CommandList final : public QListView, public ItemActions {
   void revealRequested(int row);
 
  protected:
+  bool viewportEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
 
@@ -59,8 +61,10 @@ class CommandList final : public QListView, public ItemActions {
   int rowAt(const QPoint& place) const;
 
   Model* model_;
+  Painter* painter_;
   Picture picture_;
   QString note_;
+  QString noted_;  ///< The identity of the row that it is about.
   int space_ = std::numeric_limits<int>::max();
   int pressed_ = -1;
 };

@@ -9,7 +9,8 @@ namespace tarnwick {
 
 namespace {
 
-void layOutLine(QTextLayout& layout, const EmphasisedText& line, const QString& text, const QColor& strongInk) {
+void layOutLine(QTextLayout& layout, const EmphasisedText& line, const QColor& strongInk) {
+  const QString& text = line.text;
   QFont font = Typography::widgetFont(line.style);
   layout.setText(text);
   layout.setFont(font);
@@ -42,23 +43,52 @@ QList<qsizetype> endsOf(const QString& text) {
   return ends;
 }
 
+/// What is left of it with so many characters.
+EmphasisedText shortened(const EmphasisedText& line, const QList<qsizetype>& ends, qsizetype characters) {
+  const qsizetype behind = line.elide == Elide::Middle ? characters / 2 : 0;
+  const qsizetype headEnd = ends[characters - behind];
+  const qsizetype tailBegin = ends[ends.size() - 1 - behind];
+  QString head = line.text.first(headEnd);
+  if (behind == 0) head = head.trimmed();
+  EmphasisedText made = line;
+  made.text = head + QChar(u'…') + line.text.sliced(tailBegin);
+  made.strong.clear();
+  const qsizetype shift = tailBegin - head.size() - 1;
+  for (const CommandMatch::Span& span : line.strong) {
+    const qsizetype end = span.begin + span.length;
+    if (span.begin < head.size()) made.strong.append({span.begin, std::min(end, head.size()) - span.begin});
+    if (const qsizetype begin = std::max(span.begin, tailBegin); begin < end)
+      made.strong.append({begin - shift, end - begin});
+  }
+  return made;
+}
+
 }  // namespace
+
+double EmphasisedText::width() const {
+  QTextLayout layout;
+  layOutLine(layout, *this, {});
+  return layout.lineAt(0).naturalTextWidth();
+}
 
 double EmphasisedText::draw(QPainter& painter, const QRectF& box, const QColor& ink, const QColor& strongInk,
                             Qt::Alignment alignment) const {
   if (text.isEmpty() || box.width() <= 0) return 0;
   QTextLayout layout;
-  layOutLine(layout, *this, text, strongInk);
+  layOutLine(layout, *this, strongInk);
   if (layout.lineAt(0).naturalTextWidth() > box.width()) {
     const QList<qsizetype> ends = endsOf(text);
-    const auto shortened = [&](qsizetype end) { return text.first(end).trimmed() + QChar(u'…'); };
     // The most characters that fit.
-    const auto fits = [&](qsizetype end) {
-      layOutLine(layout, *this, shortened(end), strongInk);
+    const auto fits = [&](qsizetype characters) {
+      layOutLine(layout, shortened(*this, ends, characters), strongInk);
       return layout.lineAt(0).naturalTextWidth() <= box.width();
     };
-    const auto beyond = std::ranges::partition_point(ends, fits);
-    layOutLine(layout, *this, shortened(beyond == ends.begin() ? 0 : *(beyond - 1)), strongInk);
+    qsizetype fitting = 0;
+    for (qsizetype beyond = ends.size(); beyond - fitting > 1;) {
+      const qsizetype middle = (fitting + beyond) / 2;
+      (fits(middle) ? fitting : beyond) = middle;
+    }
+    layOutLine(layout, shortened(*this, ends, fitting), strongInk);
   }
   const QTextLine line = layout.lineAt(0);
   const double width = line.naturalTextWidth();

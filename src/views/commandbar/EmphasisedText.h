@@ -19,9 +19,12 @@ struct EmphasisedText {
   TextStyle style = TextStyle::CommandTitle;
   qsizetype quietFrom = -1;  ///< Where the rest begins that only says more of it; -1 for none.
   QColor quietInk{};         ///< Of that rest.
+  Elide elide = Elide::End;  ///< Where it is shortened.
 
-  /// Draws it in the middle of the height of `box`, at its right with Qt::AlignRight, shortened at its end where it is
-  /// too long. Returns how wide it is.
+  /// How wide it is as a whole.
+  double width() const;
+  /// Draws it in the middle of the height of `box`, at its right with Qt::AlignRight, shortened where it is too long.
+  /// Returns how wide it is then.
   double draw(QPainter& painter, const QRectF& box, const QColor& ink, const QColor& strongInk,
               Qt::Alignment alignment) const;
 };

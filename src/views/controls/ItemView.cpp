@@ -380,8 +380,12 @@ bool ItemView::viewportEvent(QEvent* event) {
     const auto& help = static_cast<QHelpEvent&>(*event);
     const Side side = sideAt(help.pos());
     if (side != Side::None) {
-      const QString label = side == Side::Menu ? menuLabel_ : actionLabelOf(indexAt(help.pos()));
-      PanelTip::show(*viewport(), label, visualRect(indexAt(help.pos())));
+      const QModelIndex index = indexAt(help.pos());
+      if (side == Side::Menu) {
+        PanelTip::show(*viewport(), menuLabel_, menuRect(index));
+      } else {
+        PanelTip::show(*viewport(), actionLabelOf(index), actionRect(index));
+      }
       return true;
     }
     return PanelTip::answer(*this, *event);

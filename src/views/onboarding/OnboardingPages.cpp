@@ -254,7 +254,7 @@ QString howToBindTheBar() {
       "settings.");
 }
 
-void addKeys(Card* card, const DesktopAbilities& abilities) {
+void addKeys(Card* card, const DesktopAbilities& abilities, bool hasBarKey) {
   if (!abilities.keysAnswered) return;
   const QString title = OnboardingWords::tr("Shortcuts");
   const QString why = abilities.dockKey.isEmpty()
@@ -265,7 +265,7 @@ void addKeys(Card* card, const DesktopAbilities& abilities) {
   const QString& bar = *abilities.commandBarKey;
   const QString barTitle = OnboardingWords::tr("Command bar");
   // The bar itself works.
-  if (!abilities.keys) {
+  if (!abilities.keys || !hasBarKey) {
     card->addRow(barTitle, nullptr, howToBindTheBar());
     return;
   }
@@ -320,7 +320,7 @@ void fill(Card* card, AppStore& store, const WindowServices& services) {
     card->addRow(apps, makeSwitch(store, services, apps, &DockConfiguration::liveApps), front);
   else
     addState(card, OnboardingWords::tr("Windows of other apps"), front, abilities.windows);
-  addKeys(card, abilities);
+  addKeys(card, abilities, store.config().desktopOptions().commandBarEnabled);
   addClipboard(card, store, services, abilities);
   const QString notes = OnboardingWords::tr("Notifications");
   const QString tell = OnboardingWords::tr("Notifies you when a timer ends, a break is due or it is time to drink.");

@@ -398,9 +398,14 @@ bool OrderList::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::ToolTip) {
     const auto& help = static_cast<QHelpEvent&>(*event);
     const qsizetype action = actionAt(help.pos());
-    const OrderItem* item = model_->at(indexAt(help.pos()));
+    const QModelIndex index = indexAt(help.pos());
+    const OrderItem* item = model_->at(index);
     const QString note = item && hasNotes_ ? ForeignText::line(item->note) : QString();
-    PanelTip::show(*viewport(), action >= 0 ? actions_[action].label : note, visualRect(indexAt(help.pos())));
+    if (action >= 0) {
+      PanelTip::show(*viewport(), actions_[action].label, actionRect(index, action));
+    } else {
+      PanelTip::show(*viewport(), note, visualRect(index));
+    }
     return true;
   }
   return QListView::viewportEvent(event);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Text.h"
+#include "views/controls/Switch.h"
 #include "views/settings/SettingsPage.h"
 #include "views/settings/SettingsSections.h"
 #include "views/settings/SettingsWords.h"
@@ -12,6 +13,8 @@
 namespace tarnwick {
 
 namespace {
+
+using namespace Qt::StringLiterals;
 
 /// The words of a text, each behind a blank.
 QString wordsIn(const QString& text) {
@@ -29,6 +32,12 @@ bool hasControl(const FormRow& row) {
 
 bool beginsEach(const QString& text, const QStringList& wanted) {
   return std::ranges::all_of(wanted, [&](const QString& word) { return text.contains(u' ' + word); });
+}
+
+/// The section and, where it is not the section itself, the label of a row in it.
+std::pair<QString, QString> partsOf(const QString& id) {
+  const qsizetype slash = id.indexOf(u'/');
+  return {id.first(slash < 0 ? id.size() : slash), slash < 0 ? QString() : id.sliced(slash + 1)};
 }
 
 }  // namespace
@@ -69,6 +78,7 @@ void SettingsIndex::read(const SettingsSection& section) {
     if (!hasControl(*row)) continue;
     place.id = name + u'/' + row->label();
     place.title = row->label();
+    place.isSwitch = row->findChild<Switch*>() != nullptr;
     add(place, row->said());
   }
 }
@@ -86,15 +96,32 @@ QList<SettingsPlace> SettingsIndex::find(const QString& words, qsizetype most) {
 }
 
 void SettingsIndex::open(const QString& id) {
-  const qsizetype slash = id.indexOf(u'/');
-  const QString name = slash < 0 ? id : id.first(slash);
+  const auto [name, label] = partsOf(id);
   const SettingsSection* section = settingsSection(name);
   if (!section) return;
-  if (slash >= 0) {
+  if (!label.isEmpty()) {
     const std::unique_ptr<SettingsPage> page(section->make(store_, services_));
-    if (page->turnSwitch(id.sliced(slash + 1))) return;
+    const auto before = services_.edits.stack().latest();
+    if (const auto isOn = page->turnSwitch(label)) {
+      if (services_.edits.stack().latest() != before) sayTurned(label, *isOn);
+      // What a switch needs beside it, its section says.
+      if (name != "clipboard"_L1) return;
+    }
   }
-  show_(name);
+  show(id);
+}
+
+/// Nobody sees the switch.
+void SettingsIndex::sayTurned(const QString& label, bool isOn) {
+  const quint64 change = services_.edits.stack().latest()->id;
+  const QString sentence = isOn ? SettingsWords::tr("“%1” is on.") : SettingsWords::tr("“%1” is off.");
+  services_.commands.offerUndo({}, sentence.arg(label), [&edits = services_.edits, change] { edits.takeBack(change); },
+                               {});
+}
+
+void SettingsIndex::show(const QString& id) {
+  const auto [name, label] = partsOf(id);
+  if (settingsSection(name)) show_(name, label);
 }
 
 }  // namespace tarnwick

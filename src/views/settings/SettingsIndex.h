@@ -18,8 +18,8 @@ struct SettingsSection;
 class SettingsIndex final : public SettingsPlaces {
   Q_OBJECT
  public:
-  /// Shows a section by its name.
-  using ShowSection = std::function<void(const QString& section)>;
+  /// Shows a section by its name, and in it the row of that label, which may be empty.
+  using ShowSection = std::function<void(const QString& section, const QString& label)>;
 
   /// `store` and what the services refer to outlive it.
   SettingsIndex(AppStore& store, SettingsServices services, ShowSection show, QObject* parent = nullptr);
@@ -29,6 +29,7 @@ class SettingsIndex final : public SettingsPlaces {
   void prepare() override;
   QList<SettingsPlace> find(const QString& words, qsizetype most) override;
   void open(const QString& id) override;
+  void show(const QString& id) override;
 
  private:
   struct Entry {
@@ -37,6 +38,7 @@ class SettingsIndex final : public SettingsPlaces {
     QString said;
   };
 
+  void sayTurned(const QString& label, bool isOn);
   void readNext();
   void read(const SettingsSection& section);
   void add(const SettingsPlace& place, const QString& said);

@@ -167,17 +167,32 @@ QList<const FormRow*> SettingsPage::formRows() const {
   return forms;
 }
 
-bool SettingsPage::turnSwitch(const QString& label) {
-  if (std::exchange(isLate_, false)) takeSettings();
+const SettingsPage::Row* SettingsPage::rowCalled(const QString& label) const {
   const auto at = std::ranges::find_if(rows_, [&](const Row& row) {
     const auto* form = qobject_cast<const FormRow*>(row.widget);
     return form && form->label() == label;
   });
-  if (at == rows_.end() || (at->applies && !at->applies(store_.config()))) return false;
-  auto* control = at->widget->findChild<Switch*>();
-  if (!control || !control->isEnabled()) return false;
+  return at == rows_.end() ? nullptr : &*at;
+}
+
+void SettingsPage::showRow(const QString& label) {
+  const Row* row = rowCalled(label);
+  if (!row || row->widget->isHidden()) return;
+  reveal(row->widget);
+  for (QWidget* part : row->widget->findChildren<QWidget*>()) {
+    if (!part->isVisible() || !part->isEnabled() || (part->focusPolicy() & Qt::TabFocus) == 0) continue;
+    return part->setFocus(Qt::TabFocusReason);
+  }
+}
+
+std::optional<bool> SettingsPage::turnSwitch(const QString& label) {
+  if (std::exchange(isLate_, false)) takeSettings();
+  const Row* row = rowCalled(label);
+  if (!row || (row->applies && !row->applies(store_.config()))) return std::nullopt;
+  auto* control = row->widget->findChild<Switch*>();
+  if (!control || !control->isEnabled()) return std::nullopt;
   control->click();
-  return true;
+  return control->isChecked();
 }
 
 bool SettingsPage::isFound(const Row& row) const {

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 #include <span>
 
 #include "desktop/Capability.h"
@@ -78,9 +79,11 @@ class SettingsPage : public CardPage {
   int search(const QString& words);
   /// The rows with a label, whether they apply at the moment or not.
   QList<const FormRow*> formRows() const;
-  /// Turns the switch in the first row of that label as a click does. False where there is none or it is of no use at
-  /// the moment.
-  bool turnSwitch(const QString& label);
+  /// Turns the switch in the first row of that label as a click does, and gives how it stands then. Nothing where there
+  /// is none or it is of no use at the moment.
+  std::optional<bool> turnSwitch(const QString& label);
+  /// Scrolls to the first row of that label and gives the keyboard to what can be set or pressed in it.
+  void showRow(const QString& label);
   void refresh();
 
  protected:
@@ -97,6 +100,7 @@ class SettingsPage : public CardPage {
     QString unavailable{};  ///< What it says now of why it is out of use.
   };
 
+  const Row* rowCalled(const QString& label) const;
   bool isFound(const Row& row) const;
   bool matches(const Row& row) const;
   bool says(const Row& row, const QString& search) const;

@@ -104,11 +104,15 @@ QStringList SettingsWindow::sections() {
   return ids;
 }
 
-void SettingsWindow::showSection(const QString& section) {
+void SettingsWindow::showSection(const QString& section, const QString& label) {
   if (!settingsSection(section)) return;
   field_->clear();
   side_->choose(section);
   turnTo(section);
+  if (label.isEmpty()) return;
+  // Once a window that has only just been made is laid out.
+  QMetaObject::invokeMethod(
+      page(section), [page = page(section), label] { page->showRow(label); }, Qt::QueuedConnection);
 }
 
 QString SettingsWindow::section() const { return side_->chosen(); }

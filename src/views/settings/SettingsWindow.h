@@ -28,7 +28,7 @@ class SettingsWindow final : public AppWindow {
   /// "commandBar", "shortcuts", "clipboard", "connections", "privacy", "about".
   static QStringList sections();
   /// Shows one; an unknown name changes nothing.
-  void showSection(const QString& section);
+  void showSection(const QString& section, const QString& label = {});
   QString section() const;
   /// Looks again at what the desktop says of keys.
   void followKeys();

@@ -153,7 +153,7 @@ class ClipboardPanel final : public TilePanel {
 
   void layOutPaused() {
     auto* column = new QVBoxLayout(paused_);
-    column->setContentsMargins(0, 0, 0, theme::kRowOverhang);
+    column->setContentsMargins(0, 0, 0, theme::kPanelHeaderBelow);
     column->setSpacing(theme::kRowOverhang);
     column->addWidget(new TextLabel(PanelWords::tr("Paused. What you copy is not recorded."), TextStyle::Title));
     auto* about = new TextLabel(u"%1 %2"_s.arg(whatItKeeps(), whatItNeverKeeps()), TextStyle::Caption, Tone::Secondary);
@@ -189,7 +189,8 @@ class ClipboardPanel final : public TilePanel {
     view_->setMenuButton(PanelWords::tr("More"));
     connect(view_, &ItemView::actionRequested, this, [this](const QString& id) { toggle(id); });
     connect(view_, &ItemView::opened, this, [this](const QString& id) {
-      model_.use(entryOf(id));
+      // One that went meanwhile would clear the clipboard.
+      if (const ClipboardEntry entry = entryOf(id); !entry.id.isNull()) model_.use(entry);
       Q_EMIT closeRequested();
     });
   }
