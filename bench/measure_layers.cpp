@@ -3,8 +3,11 @@
 //
 //   measure_layers reveal RUNS X EDGE_Y AWAY_Y LEFT TOP WIDTH HEIGHT      from the edge to the first frame of the dock
 //   measure_layers strip FILE X EDGE_Y AWAY_Y LEFT TOP WIDTH HEIGHT       what is seen at each frame, as a PPM
+//   measure_layers order RUNS LEFT TOP WIDTH HEIGHT PROGRAM ARG…          from the start of a program that has
+//                                                                         something shown, and hidden by the next one
 #include <poll.h>
 #include <sys/mman.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <wayland-client.h>
 
@@ -236,12 +239,46 @@ void strip(Desktop& desktop, const char* path, int x, int edge, int away, const 
   std::printf("%zu frames\n", rows / static_cast<size_t>(place.height));
 }
 
+pid_t start(char* const* command) {
+  const pid_t pid = fork();
+  if (pid != 0) return pid;
+  execvp(command[0], command);
+  _exit(127);
+}
+
+void order(Desktop& desktop, int runs, const Place& place, char* const* command) {
+  std::vector<double> took;
+  for (int run = 0; run < runs; ++run) {
+    std::vector<uint8_t> known = hide(desktop, place, kWidth / 4, kHeight / 4);
+    const auto begin = Clock::now();
+    const pid_t shows = start(command);
+    const auto picture = desktop.nextChange(place, known, kNever);
+    if (picture) took.push_back(Milliseconds(picture->moment - begin).count());
+    waitpid(shows, nullptr, 0);
+    const pid_t hides = start(command);
+    waitpid(hides, nullptr, 0);
+  }
+  if (took.size() < 2) {
+    std::puts("nothing came");
+    return;
+  }
+  const double first = took.front();
+  took.erase(took.begin());
+  std::ranges::sort(took);
+  std::printf("order, %zu times: seen after %.1f ms (median), %.1f (worst), %.1f (once before)\n", took.size(),
+              took[took.size() / 2], took.back(), first);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string mode = argc == 10 ? argv[1] : "";
-  if (mode != "reveal" && mode != "strip") {
-    std::fputs("usage: measure_layers reveal|strip RUNS|FILE X EDGE_Y AWAY_Y LEFT TOP WIDTH HEIGHT\n", stderr);
+  const std::string mode = argc >= 8 ? argv[1] : "";
+  const bool isOfPointer = argc == 10 && (mode == "reveal" || mode == "strip");
+  if (!isOfPointer && mode != "order") {
+    std::fputs(
+        "usage: measure_layers reveal|strip RUNS|FILE X EDGE_Y AWAY_Y LEFT TOP WIDTH HEIGHT\n"
+        "       measure_layers order RUNS LEFT TOP WIDTH HEIGHT PROGRAM ARG…\n",
+        stderr);
     return 2;
   }
   const auto number = [&](int at) { return std::atoi(argv[at]); };
@@ -249,6 +286,10 @@ int main(int argc, char** argv) {
   if (!desktop.isComplete()) {
     std::fputs("no Wayland compositor that gives pictures and takes a pointer\n", stderr);
     return 1;
+  }
+  if (mode == "order") {
+    order(desktop, number(2), {number(3), number(4), number(5), number(6)}, argv + 7);
+    return 0;
   }
   const Place place{number(6), number(7), number(8), number(9)};
   if (mode == "reveal") {

@@ -13,6 +13,7 @@
 #include "desktop/TestTerminal.h"
 #include "platform_dbus/FakeService.h"
 #include "views/commandbar/CommandBarPane.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -103,6 +104,21 @@ TEST_F(CommandBarScenario, TakesTheKeyboardAndGivesItBackHoweverItIsClosed) {
   }
   // A window manager may hold a click back for a while, and no key.
   EXPECT_TRUE(comesTrue([&] { return terminal->clicks() == (desk.passesClicksOn() ? 1 : 0); }));
+}
+
+TEST_F(CommandBarScenario, TakesTheKeyboardFromAPanelThatIsOpen) {
+  DockConfiguration config;
+  config.clipboardEnabled = true;
+  config.profiles[0].widgets = {DockWidget{QUuid::createUuid(), QString(kind::clipboard), {}, {}}};
+  startShown(config);
+  desk.click(tile(0).center());
+  ASSERT_TRUE(comesTrue([&] { return isOpen(); }));
+  ASSERT_TRUE(opens());
+  EXPECT_TRUE(comesTrue([&] { return !isOpen(); }));
+  desk.type({KEY_2});
+  EXPECT_TRUE(comesTrue([&] { return bar().model()->query() == u"2"_s; }));
+  desk.type({KEY_ESC});
+  EXPECT_TRUE(closes());
 }
 
 TEST_F(CommandBarScenario, ItsKeysChooseCopyAndReveal) {

@@ -1,6 +1,7 @@
 // What belongs to Wayland alone: the start of the real executable there, displays that come and go, and ends
 // that no other window system has.
 #include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
 #include <signal.h>
 
 #include <QApplication>
@@ -66,6 +67,23 @@ class WaylandProgram : public ::testing::Test {
   QTemporaryDir folder;
   QString talk;
 };
+
+TEST_F(WaylandProgram, AKeyOfTheCompositorOpensTheCommandBar) {
+  DockConfiguration config;
+  config.onboardingComplete = true;
+  Persistence::save(config, file());
+  const Program program(home());
+  ASSERT_TRUE(comesTrue([&] { return isUp(program); }));
+  ASSERT_TRUE(
+      sway.order(u"bindsym Control+space exec env XDG_DATA_HOME=%1 DBUS_SESSION_BUS_ADDRESS=%2 %3 --command-bar"_s.arg(
+          home(), qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), Program::path())));
+  const QPoint field(900, 300);
+  for (const bool isOpen : {true, false}) {
+    desk.type({KEY_SPACE}, {KEY_LEFTCTRL});
+    EXPECT_TRUE(comesTrue([&] { return desk.isPainted(field) == isOpen; })) << isOpen;
+  }
+  EXPECT_TRUE(sway.order(u"unbindsym Control+space"_s));
+}
 
 TEST_F(WaylandProgram, StandsThereByItselfAndComesBackAfterAKill) {
   ASSERT_FALSE(isSeen());
