@@ -4,9 +4,9 @@
 //   measure_shell rest PID SECONDS
 //   measure_shell move PID SECONDS X0 X1 Y               to and fro along a line
 //   measure_shell reveal PID RUNS X EDGE_Y AWAY_Y        from the pointer at the edge to frames of the dock
-//   measure_shell hover PID RUNS X0 X1 Y TIP_Y AWAY_Y    from the pointer on a tile, and on its neighbour, to the name
-//   above measure_shell dodge PID RUNS X Y W H AWAY_Y          from a window moved there from AWAY_Y to a frame of the
-//   dock measure_shell strip PID X EDGE_Y AWAY_Y FILE X Y W H what is seen there at each frame of a reveal, as a PPM
+//   measure_shell hover PID RUNS X0 X1 Y TIP_Y AWAY_Y    from the pointer on a tile, and on its neighbour, to its name
+//   measure_shell dodge PID RUNS X Y W H AWAY_Y          from a window moved there to the next frame of the dock
+//   measure_shell strip PID X EDGE_Y AWAY_Y FILE X Y W H what is seen there at each frame of a reveal, as a PPM
 #include <dirent.h>
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
-// How soon Settings and the library are there after the click on their entry in the dock's menu, and what is left of
-// them in memory once they are closed. From outside: the click is the display's, and a window counts as painted when
+// How soon Settings and the library are there after their entry in the dock's menu was chosen, and what is left of
+// them in memory once they are closed. From outside: the key is the display's, and a window counts as painted when
 // the server has been given every pixel of it.
 //
 //   measure_windows PROGRAM RUNS
@@ -15,7 +15,6 @@
 #include <csignal>
 #include <cstdio>
 #include <fstream>
-#include <optional>
 #include <stdexcept>
 
 #include "MeasuredDesktop.h"
@@ -33,16 +32,18 @@ constexpr auto kClosed = 3s;       // What is deleted and given back later has b
 constexpr int kWarmTimes = 4;
 constexpr uint8_t kControl = 37;
 constexpr uint8_t kF10 = 76;
+constexpr uint8_t kDown = 116;
+constexpr uint8_t kReturn = 36;
 
 struct Target {
   const char* name;
-  int entry;  // In the dock's menu, which has two.
+  int entry;  // In the dock's menu, from its beginning.
   std::vector<double> cold, coldSettled, warm, warmSettled;
 };
 
 struct Opening {
   xcb_window_t window = 0;
-  double painted = 0;  // Milliseconds after the click.
+  double painted = 0;  // Milliseconds after the choice.
   double settled = 0;  // When the last of what came by and by was drawn.
 };
 
@@ -144,7 +145,7 @@ class Run {
     }
   }
 
-  /// Gives the dock the keyboard, opens its menu and lets go of the button over one of the two entries.
+  /// Gives the dock the keyboard, opens its menu and chooses one of the entries.
   void chooseWithTheMenu(int entry) const {
     waitpid(start("--focus"), nullptr, 0);
     waitFor([&] {
@@ -156,18 +157,17 @@ class Run {
     rest(100ms);
     desktop_.tap(kF10, kControl);
     const auto end = Clock::now() + kPatience;
-    std::optional<xcb_window_t> menu;
+    bool isOpen = false;
     while (const auto event = desktop_.nextEvent(end)) {
       const auto* shown = as<xcb_map_notify_event_t>(*event, XCB_MAP_NOTIFY);
-      if (!shown || !shown->override_redirect || !desktop_.belongsTo(shown->window, pid_)) continue;
-      menu = shown->window;
-      break;
+      isOpen = shown && shown->override_redirect && desktop_.belongsTo(shown->window, pid_);
+      if (isOpen) break;
     }
-    if (!menu) throw std::runtime_error("the menu of the dock does not come");
+    if (!isOpen) throw std::runtime_error("the menu of the dock does not come");
     rest(300ms);
-    const auto place = MeasuredDesktop::own(
-        xcb_get_geometry_reply(desktop_.connection(), xcb_get_geometry(desktop_.connection(), *menu), nullptr));
-    desktop_.click(place->x + place->width / 2, place->y + place->height * (1 + 2 * entry) / 4);
+    for (int step = 0; step <= entry; ++step) desktop_.tap(kDown);
+    rest(100ms);
+    desktop_.tap(kReturn);
   }
 
   const MeasuredDesktop& desktop_;
