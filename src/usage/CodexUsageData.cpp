@@ -1,11 +1,8 @@
-#include <QJsonArray>
-#include <QSet>
-#include <QTimeZone>
 #include <algorithm>
 #include <cmath>
 
 #include "base/DomainError.h"
-#include "services/UsageWords.h"
+#include "services/UsageReport.h"
 #include "usage/CodexUsage.h"
 #include "usage/UsageReaderWords.h"
 
@@ -16,19 +13,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kMinutesInHour = 60;
-/// As seconds this is the year 5138: a larger number counts milliseconds.
-constexpr double kMostSeconds = 1e11;
-
-std::optional<QDateTime> resetOf(const QJsonValue& value, const QDateTime& now) {
-  if (value.isString()) {
-    const QDateTime date = QDateTime::fromString(value.toString(), Qt::ISODateWithMs);
-    return date.isValid() ? std::optional(date.toTimeZone(now.timeZone())) : std::nullopt;
-  }
-  const double number = value.toDouble();
-  if (!(number > 0 && number < kMostSeconds * 1000)) return std::nullopt;
-  const auto milliseconds = static_cast<qint64>(number > kMostSeconds ? number : number * 1000);
-  return QDateTime::fromMSecsSinceEpoch(milliseconds, now.timeZone());
-}
 
 /// The windows of one limit, the shorter first. `name` is put before each where there is more than one limit.
 QList<UsageWindow> windowsOf(const QJsonObject& limit, const QString& id, const QString& name, const QDateTime& now) {
@@ -47,7 +31,7 @@ QList<UsageWindow> windowsOf(const QJsonObject& limit, const QString& id, const 
     each.label = each.durationMinutes ? QString::asprintf("%.0fh", *each.durationMinutes / kMinutesInHour)
                                       : UsageReaderWords::tr("Usage");
     if (!name.isEmpty()) each.label = name + u" · "_s + each.label;
-    each.resetsAt = resetOf(window.value("resetsAt"_L1), now);
+    each.resetsAt = UsageReport::moment(now, window.value("resetsAt"_L1));
     found.append(std::move(each));
   }
   std::ranges::stable_sort(found, {}, [](const UsageWindow& each) { return each.durationMinutes.value_or(1e12); });
@@ -77,22 +61,7 @@ QList<UsageWindow> CodexUsageData::windows(const QJsonObject& result, const QDat
 }
 
 RemoteValue CodexUsageData::value(const QJsonObject& result, const QDateTime& now) {
-  RemoteValue value;
-  value.usageWindows = windows(result, now);
-  const UsageWindow& first = value.usageWindows.first();
-  value.value = QString::asprintf("%.0f%%", 100 - UsageWords::used(first));
-  value.subtitle = UsageReaderWords::tr("Remaining · ") + first.label;
-  value.symbol = u"cloud.sun.fill"_s;
-  value.updated = now;
-  const QLocale locale;
-  const bool use24Hour = !locale.timeFormat(QLocale::ShortFormat).contains(u'a', Qt::CaseInsensitive);
-  QStringList lines;
-  for (const UsageWindow& window : std::as_const(value.usageWindows)) {
-    value.metrics.append({window.label, UsageWords::leftWords(window)});
-    lines << UsageWords::line(window, locale, use24Hour);
-  }
-  value.detail = lines.join(u'\n');
-  return value;
+  return UsageReport::of(now, windows(result, now));
 }
 
 }  // namespace tarnwick

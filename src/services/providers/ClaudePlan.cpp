@@ -1,6 +1,6 @@
+#include "services/UsageReport.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "services/providers/UsageReport.h"
 
 namespace tarnwick {
 
@@ -19,8 +19,8 @@ QCoro::Task<RemoteValue> fetchClaude(ProviderRequest request, std::stop_token st
   ServiceCall call = request.call(u"/api/oauth/usage"_s);
   call.headers.insert(u"anthropic-beta"_s, u"oauth-2025-04-20"_s);
   const QJsonObject body = co_await request.object(call, stop);
-  co_return UsageReport::of(
-      request, UsageReport::windows(request, body, u"claude."_s, kClaudeWindows, {"utilization", "resets_at"}));
+  co_return UsageReport::of(request.now(), UsageReport::windows(request.now(), body, u"claude."_s, kClaudeWindows,
+                                                                {"utilization", "resets_at"}));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
+#include "services/UsageReport.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "services/providers/UsageReport.h"
 
 namespace tarnwick {
 
@@ -12,7 +12,7 @@ QCoro::Task<RemoteValue> fetchCopilot(ProviderRequest request, std::stop_token s
   const ServiceCall call = request.call(u"/copilot_internal/user"_s);
   const QJsonObject body = co_await request.object(call, stop);
   const QJsonValue exact = body[u"quota_reset_date_utc"];
-  const auto resets = UsageReport::moment(request, exact.isString() ? exact : body[u"quota_reset_date"]);
+  const auto resets = UsageReport::moment(request.now(), exact.isString() ? exact : body[u"quota_reset_date"]);
   QList<UsageWindow> windows;
   bool isUnlimited = false;
   const QJsonObject snapshots = body[u"quota_snapshots"].toObject();
@@ -27,7 +27,7 @@ QCoro::Task<RemoteValue> fetchCopilot(ProviderRequest request, std::stop_token s
     windows << UsageWindow{"copilot."_L1 + name, ServiceWords::tr("Included allowance"),
                            100 - UsageReport::percent(left), std::nullopt, resets};
   }
-  if (!windows.isEmpty()) co_return UsageReport::of(request, windows);
+  if (!windows.isEmpty()) co_return UsageReport::of(request.now(), windows);
   require(isUnlimited, ServiceWords::tr("GitHub did not report a measurable individual Copilot allowance. Check "
                                         "Copilot settings."));
   co_return request.shown(ServiceWords::tr("Unlimited"), ServiceWords::tr("Included allowance"));

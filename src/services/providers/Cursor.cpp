@@ -1,6 +1,6 @@
+#include "services/UsageReport.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "services/providers/UsageReport.h"
 
 namespace tarnwick {
 
@@ -33,8 +33,8 @@ QCoro::Task<RemoteValue> fetchCursor(ProviderRequest request, std::stop_token st
   const QJsonObject body = co_await request.object(call, stop);
   const UsageWindow plan{u"cursor.plan"_s, ServiceWords::tr("Plan allowance"),
                          usedOf(body[u"individualUsage"][u"plan"]), std::nullopt,
-                         UsageReport::moment(request, body[u"billingCycleEnd"])};
-  co_return UsageReport::of(request, {plan});
+                         UsageReport::moment(request.now(), body[u"billingCycleEnd"])};
+  co_return UsageReport::of(request.now(), {plan});
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "services/Money.h"
 #include "services/Paging.h"
+#include "services/UsageReport.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "services/providers/UsageReport.h"
 
 namespace tarnwick {
 

@@ -1,6 +1,6 @@
+#include "services/UsageReport.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "services/providers/UsageReport.h"
 
 namespace tarnwick {
 
@@ -29,9 +29,9 @@ QCoro::Task<RemoteValue> fetchGLM(ProviderRequest request, std::stop_token stop)
        ProviderData::list(body, u"data.limits"_s, ServiceWords::tr("Z.ai did not return Coding Plan quotas."))) {
     const QString type = row[u"type"].toString();
     windows << UsageWindow{"glm."_L1 + type, quotaLabel(type), UsageReport::percent(row[u"percentage"]), std::nullopt,
-                           UsageReport::moment(request, row[u"nextResetTime"])};
+                           UsageReport::moment(request.now(), row[u"nextResetTime"])};
   }
-  co_return UsageReport::of(request, windows);
+  co_return UsageReport::of(request.now(), windows);
 }
 
 }  // namespace

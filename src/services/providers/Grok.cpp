@@ -1,6 +1,6 @@
+#include "services/UsageReport.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "services/providers/UsageReport.h"
 
 namespace tarnwick {
 
@@ -14,8 +14,8 @@ QCoro::Task<RemoteValue> fetchGrok(ProviderRequest request, std::stop_token stop
   const QJsonObject body = co_await request.object(call, stop);
   const UsageWindow credits{u"grok.credits"_s, ServiceWords::tr("Credits"),
                             UsageReport::percent(body[u"creditUsagePercent"]), std::nullopt,
-                            UsageReport::moment(request, body[u"billingPeriodEnd"])};
-  co_return UsageReport::of(request, {credits});
+                            UsageReport::moment(request.now(), body[u"billingPeriodEnd"])};
+  co_return UsageReport::of(request.now(), {credits});
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
+#include "services/UsageReport.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
-#include "services/providers/UsageReport.h"
 
 namespace tarnwick {
 
@@ -18,9 +18,9 @@ QCoro::Task<RemoteValue> fetchOpenCode(ProviderRequest request, std::stop_token 
   const ServiceCall call = request.call(u"/zen/go/v1/usage"_s);
   const QJsonObject body = co_await request.object(call, stop);
   const QList<UsageWindow> windows =
-      UsageReport::windows(request, body[u"usage"], u"opencode."_s, kOpenCodeWindows, {"percent", "resetsAt"});
+      UsageReport::windows(request.now(), body[u"usage"], u"opencode."_s, kOpenCodeWindows, {"percent", "resetsAt"});
   require(!windows.isEmpty(), ServiceWords::tr("OpenCode did not return Go usage windows."));
-  co_return UsageReport::of(request, windows);
+  co_return UsageReport::of(request.now(), windows);
 }
 
 }  // namespace

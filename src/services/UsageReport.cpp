@@ -1,9 +1,11 @@
-#include "services/providers/UsageReport.h"
+#include "services/UsageReport.h"
 
+#include <QTimeZone>
 #include <cmath>
 
+#include "services/ProviderData.h"
+#include "services/ServiceWords.h"
 #include "services/UsageWords.h"
-#include "services/providers/ProviderRow.h"
 
 namespace tarnwick {
 
@@ -26,8 +28,8 @@ double UsageReport::percent(const QJsonValue& value) {
   return percent;
 }
 
-std::optional<QDateTime> UsageReport::moment(const ProviderRequest& request, const QJsonValue& value) {
-  const QTimeZone zone = request.now().timeZone();
+std::optional<QDateTime> UsageReport::moment(const QDateTime& now, const QJsonValue& value) {
+  const QTimeZone zone = now.timeZone();
   if (value.isString()) {
     const auto date = ProviderData::date(value.toString());
     return date ? std::optional(date->toTimeZone(zone)) : std::nullopt;
@@ -38,7 +40,7 @@ std::optional<QDateTime> UsageReport::moment(const ProviderRequest& request, con
   return QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
 }
 
-QList<UsageWindow> UsageReport::windows(const ProviderRequest& request, const QJsonValue& holder, const QString& prefix,
+QList<UsageWindow> UsageReport::windows(const QDateTime& now, const QJsonValue& holder, const QString& prefix,
                                         std::span<const Named> named, const Fields& fields) {
   QList<UsageWindow> found;
   for (const auto& [name, label, minutes] : named) {
@@ -46,17 +48,19 @@ QList<UsageWindow> UsageReport::windows(const ProviderRequest& request, const QJ
     const QJsonValue window = holder[key];
     if (!window.isObject()) continue;
     found << UsageWindow{prefix + key, ServiceWords::tr(label), percent(window[QLatin1StringView(fields.percent)]),
-                         minutes, moment(request, window[QLatin1StringView(fields.resets)])};
+                         minutes, moment(now, window[QLatin1StringView(fields.resets)])};
   }
   return found;
 }
 
-RemoteValue UsageReport::of(const ProviderRequest& request, const QList<UsageWindow>& windows) {
+RemoteValue UsageReport::of(const QDateTime& now, const QList<UsageWindow>& windows) {
   require(!windows.isEmpty(), ServiceWords::tr("This account has not reported readable usage windows."));
   const UsageWindow& first = windows.first();
-  RemoteValue value = request.shown(QString::asprintf("%.0f%%", 100 - UsageWords::used(first)),
-                                    ServiceWords::tr("Remaining · ") + first.label);
+  RemoteValue value;
+  value.value = QString::asprintf("%.0f%%", 100 - UsageWords::used(first));
+  value.subtitle = ServiceWords::tr("Remaining · ") + first.label;
   value.symbol = u"cloud.sun.fill"_s;
+  value.updated = now;
   value.usageWindows = windows;
   const QLocale locale;
   const bool use24Hour = !locale.timeFormat(QLocale::ShortFormat).contains(u'a', Qt::CaseInsensitive);
