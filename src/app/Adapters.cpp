@@ -95,7 +95,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       addresses_(addresses),
       web_(std::make_shared<WebSession>(std::make_shared<LoadedTransport>(network_), keychain_, tokens_, scheduler_)),
       claudeActivity_(keep(std::make_unique<ClaudeActivityFollower>(
-          scheduler, [this](const DockWidget& widget) { connections_.values().refresh(widget); },
+          scheduler, [this](const DockWidget& widget) { connections_.values().refreshUnasked(widget); },
           ClaudeActivityConnect::folderIn(dataDirectory)))),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       windows_(keep(std::make_unique<WindowService>(
@@ -246,6 +246,10 @@ DelegateSetup Adapters::delegateSetup() {
       .environment = environment_,
       .autostartFile = Autostart::path(),
       .framesWindows = windowSystem_.framesWindows,
+      .follow =
+          [this](AppStore& store) {
+            QObject::connect(&claudeActivity_, &ClaudeActivityFollower::called, &store, &AppStore::call);
+          },
   };
 }
 

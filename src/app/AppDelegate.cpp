@@ -67,6 +67,7 @@ AppDelegate::AppDelegate(StoreSetup store, const Services& services, DelegateSet
   commands_->setTargets({*presenter_, *windows_, *commandBar_, [this] { quit(); }});
   dock().hasOpenWindow = [this] { return windows_ && windows_->holdsDock(); };
   setup_.readings.follow(*store_);
+  if (setup_.follow) setup_.follow(*store_);
   setup_.clipboard.follow(*store_);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
 #include "app/ports/SessionApplication.h"
@@ -45,6 +46,8 @@ struct DelegateSetup {
   LaunchEnvironment environment;
   QString autostartFile;      ///< Where the login entry is.
   bool framesWindows = true;  ///< Whether the desktop puts a frame with a title around a program's windows.
+  /// Joins to the store what calls for the user by it.
+  std::function<void(AppStore& store)> follow = {};
   /// Whether exit guards are installed; a test that runs the program in its own process keeps its signals.
   bool guards = true;
   /// Whether this run measures itself; then it never gives way to a new build.

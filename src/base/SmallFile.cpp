@@ -12,6 +12,20 @@
 
 namespace tarnwick {
 
+namespace {
+
+/// What closing says is not the reason.
+std::optional<QByteArray> readOpened(FileDescriptor file, qint64 most) {
+  if (!file) return std::nullopt;
+  auto data = SmallFile::read(file.number(), most);
+  const int reason = errno;
+  file.reset();
+  errno = reason;
+  return data;
+}
+
+}  // namespace
+
 ssize_t SmallFile::readAt(int descriptor, off_t from, char* into, std::size_t space) {
   std::size_t filled = 0;
   while (filled < space) {
@@ -53,13 +67,12 @@ std::optional<QByteArray> SmallFile::read(int descriptor, qint64 most) {
 }
 
 std::optional<QByteArray> SmallFile::read(const QString& path, qint64 most) {
-  FileDescriptor file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  if (!file) return std::nullopt;
-  auto data = read(file.number(), most);
-  const int reason = errno;
-  file.reset();
-  errno = reason;
-  return data;
+  return readOpened(FileDescriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)),
+                    most);
+}
+
+std::optional<QByteArray> SmallFile::readUnlinked(int folder, const char* name, qint64 most) {
+  return readOpened(FileDescriptor(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)), most);
 }
 
 }  // namespace tarnwick

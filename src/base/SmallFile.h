@@ -15,6 +15,8 @@ struct SmallFile {
   /// The content of a regular file of at most `most` bytes; absent otherwise, and `errno` says why: EFBIG where it is
   /// larger, EISDIR or EINVAL where it is no file. Never waits for a pipe.
   static std::optional<QByteArray> read(const QString& path, qint64 most);
+  /// The same of a file in an open folder, or in AT_FDCWD, that is no symbolic link: errno is ELOOP then.
+  static std::optional<QByteArray> readUnlinked(int folder, const char* name, qint64 most);
   /// The same of a file that is open.
   static std::optional<QByteArray> read(int descriptor, qint64 most);
   /// Fills `into` from a place of a file on, until it is full or the file ends; how many bytes came, or -1 and `errno`.

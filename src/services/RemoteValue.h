@@ -23,7 +23,8 @@ struct ServiceRow {
   QString id;  ///< Stable within one value.
   QString title;
   QString subtitle;
-  std::optional<QUrl> url;  ///< What a click on the line opens.
+  std::optional<QUrl> url;                     ///< What a click on the line opens.
+  std::optional<QDateTime> at = std::nullopt;  ///< When it happened, where it is told how long ago that is.
 
   bool operator==(const ServiceRow&) const = default;
 };
@@ -59,6 +60,13 @@ struct WeatherSnapshot {
   bool operator==(const WeatherSnapshot&) const = default;
 };
 
+/// Of what is at work somewhere, where that is all that a widget tells.
+enum class Activity {
+  Idle,
+  Busy,
+  Waiting,  ///< For somebody.
+};
+
 /// What a widget shows of something outside the program: a service's answer, a forecast, what a local reader found. The
 /// store keeps one by widget; `loading` and `failed` are the store's, a fetch leaves them false.
 struct RemoteValue {
@@ -74,6 +82,7 @@ struct RemoteValue {
   QList<ServiceMetric> metrics;
   QList<ServiceRow> rows;
   QList<UsageWindow> usageWindows;
+  std::optional<Activity> activity = std::nullopt;
 
   bool operator==(const RemoteValue&) const = default;
 };

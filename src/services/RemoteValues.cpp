@@ -176,11 +176,16 @@ void RemoteValues::startWaiting() {
     if (!waitOf(*widget)) {
       if (!isPaused(widget->id)) begin(*widget);
       owed_.remove(widget->id);
-    } else if (!owed_.contains(widget->id)) {
-      owed_.insert(widget->id);
-      Q_EMIT changed(widget->id);
+    } else {
+      owe(widget->id);
     }
   }
+}
+
+void RemoteValues::owe(QUuid widget) {
+  if (owed_.contains(widget)) return;
+  owed_.insert(widget);
+  Q_EMIT changed(widget);
 }
 
 bool RemoteValues::isUnseen(QUuid widget) const {
@@ -231,6 +236,14 @@ void RemoteValues::setSeen(const QSet<QUuid>& widgets) {
 bool RemoteValues::isPaused(QUuid widget) const {
   const auto pause = pauses_.constFind(widget);
   return pause != pauses_.constEnd() && pause->until > scheduler_.now() && pause->bootEnd > bootClock_();
+}
+
+void RemoteValues::refreshUnasked(const DockWidget& widget) {
+  if (isOver_ || isPaused(widget.id)) return;
+  if (waitOf(widget))
+    owe(widget.id);
+  else
+    begin(widget);
 }
 
 void RemoteValues::refresh(const DockWidget& widget) {

@@ -62,6 +62,9 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   /// Forgets what the service gave: the credential by which it did is gone.
   void forget(QUuid widget);
 
+  /// What follows something closely wants a widget fetched: at once, or as soon as nothing holds it back.
+  void refreshUnasked(const DockWidget& widget);
+
   void refresh(const DockWidget& widget) override;
   void refreshAll() override;
   void cancelAll() override;
@@ -90,6 +93,7 @@ class RemoteValues final : public QObject, public RemoteRefresh {
 
   void spread(const QList<DockWidget>& widgets, double seconds);
   void startWaiting();
+  void owe(QUuid widget);
   std::optional<RemoteWait> waitOf(const DockWidget& widget) const;
   bool isUnseen(QUuid widget) const;
   void startOwed();

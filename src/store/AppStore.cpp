@@ -262,6 +262,11 @@ void AppStore::announce(const DockWidget& widget, const QString& sentence) {
   notify(widget.title.isEmpty() ? Catalog::find(widget.kind).name : widget.title, sentence, unseen);
 }
 
+void AppStore::call(const DockWidget& widget, const QString& sentence) {
+  announce(widget, sentence);
+  Q_EMIT widgetCalls(widget.id);
+}
+
 void AppStore::refresh(const DockWidget& widget) { remote_.refresh(widget); }
 
 void AppStore::refreshAll() { remote_.refreshAll(); }

@@ -150,6 +150,9 @@ class AppStore : public QObject {
   /// Posts a notification, unless the user switched them off. `unseen` runs, once, when none is shown: at once when
   /// they are off.
   void notify(const QString& title, const QString& body, const std::function<void()>& unseen = {});
+  /// A widget calls for the user, with what it says of that: by a notification, or where none is shown by the message
+  /// line; a hidden dock is seen for a moment.
+  void call(const DockWidget& widget, const QString& sentence);
   void refresh(const DockWidget& widget);
   void refreshAll();
   /// Fetches anew those of these widgets that displays show and that are set up: they came back, or as they were.
@@ -184,7 +187,7 @@ class AppStore : public QObject {
   void calendarMessageChanged();
   void reminderMessageChanged();
   void runningAppsChanged();
-  /// A timer of a widget ended, or a reminder of its is due.
+  /// A timer of a widget ended, a reminder of its is due, or somebody waits for the user.
   void widgetCalls(QUuid widget);
   /// A beat went by: what shows the time may look at it.
   void ticked();

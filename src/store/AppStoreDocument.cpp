@@ -266,9 +266,7 @@ void AppStore::advanceProductivity(const QDateTime& at) {
   }
   for (const TimerActions::Beat& beat : beats) {
     update(beat.widget);
-    if (beat.announcement.isEmpty()) continue;
-    announce(beat.widget, beat.announcement);
-    Q_EMIT widgetCalls(beat.widget.id);
+    if (!beat.announcement.isEmpty()) call(beat.widget, beat.announcement);
   }
 }
 

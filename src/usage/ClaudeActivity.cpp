@@ -2,16 +2,20 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QFile>
 #include <QTimeZone>
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
+#include <memory>
+#include <tuple>
 
+#include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "base/FileDescriptor.h"
+#include "base/SmallFile.h"
 #include "usage/UsageReaderWords.h"
 
 namespace tarnwick {
@@ -21,6 +25,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::string_view kEnding = ".json";
+constexpr std::string_view kPermission = "permission";
+constexpr double kYears = 1e9;  ///< Seconds, some thirty of them.
 
 struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
@@ -37,21 +43,9 @@ QDateTime dateOf(double seconds) {
 
 /// What a file holds, if it is an ordinary one that small: nothing waits for it and nothing is followed.
 std::optional<ClaudeActivityRecord> recordIn(int folder, const char* name) {
-  const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-  struct stat facts {};
-  if (!file || ::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode)) return std::nullopt;
-  if (facts.st_size > static_cast<off_t>(ClaudeActivityRecord::kMostFileBytes)) return std::nullopt;
-  std::string bytes(ClaudeActivityRecord::kMostFileBytes + 1, '\0');
-  std::size_t size = 0;
-  while (size < bytes.size()) {
-    const ssize_t count = ::read(file.number(), bytes.data() + size, bytes.size() - size);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return std::nullopt;
-    if (count == 0) break;
-    size += static_cast<std::size_t>(count);
-  }
-  bytes.resize(size);
-  return ClaudeActivityRecord::decoded(bytes);
+  const auto bytes = SmallFile::readUnlinked(folder, name, ClaudeActivityRecord::kMostFileBytes);
+  if (!bytes) return std::nullopt;
+  return ClaudeActivityRecord::decoded({bytes->constData(), static_cast<std::size_t>(bytes->size())});
 }
 
 /// Calls `each` with the names in a folder that end like a record's. False where the folder can't be read.
@@ -67,7 +61,7 @@ bool forNames(const Folder& folder, Each each) {
 
 QString labelOf(const ClaudeActivityRecord& record, double age) {
   if (age >= ClaudeActivity::kRecent) return UsageReaderWords::tr("No recent activity");
-  if (record.state == "permission") return UsageReaderWords::tr("Awaiting permission");
+  if (record.state == kPermission) return UsageReaderWords::tr("Awaiting permission");
   if (record.state == "thinking") return UsageReaderWords::tr("Thinking");
   if (record.state != "tool") return UsageReaderWords::tr("Idle");
   return record.tool.empty() ? UsageReaderWords::tr("Using a tool") : QString::fromStdString(record.tool);
@@ -77,9 +71,19 @@ bool isActive(const ClaudeActivityRecord& record, double age) {
   return record.state != "idle" && record.state != "ended" && age < ClaudeActivity::kRecent;
 }
 
+/// The moments at which a record is shown otherwise: it counts, is no longer recent, counts no more. One that the clock
+/// does not come near in years never does.
+void noteMoments(const ClaudeActivityRecord& record, double present, std::optional<double>& earliest) {
+  for (const double age : {0.0, ClaudeActivity::kRecent, ClaudeActivity::kForgotten}) {
+    const double moment = record.time + age;
+    if (moment > present && moment < present + kYears && (!earliest || moment < *earliest)) earliest = moment;
+  }
+}
+
 }  // namespace
 
-QList<ClaudeActivityRecord> ClaudeActivity::records(const QString& directory, const QDateTime& now) {
+ClaudeActivity::Found ClaudeActivity::find(const QString& directory, const QDateTime& now,
+                                           const std::stop_token& stop) {
   const Folder folder(::opendir(QFile::encodeName(directory).constData()));
   if (!folder) {
     if (errno == ENOENT) return {};
@@ -87,10 +91,13 @@ QList<ClaudeActivityRecord> ClaudeActivity::records(const QString& directory, co
   }
   const double present = secondsSinceReference(now);
   QList<ClaudeActivityRecord> found;
+  std::optional<double> earliest;
   const bool isWhole = forNames(folder, [&](const char* name) {
+    throwIfStopped(stop);
     if (found.size() > kMostRecords) return;
     auto record = recordIn(::dirfd(folder.get()), name);
     if (!record) return;
+    noteMoments(*record, present, earliest);
     const double age = present - record->time;
     if (age >= 0 && age < kForgotten) found.append(*std::move(record));
   });
@@ -99,8 +106,14 @@ QList<ClaudeActivityRecord> ClaudeActivity::records(const QString& directory, co
   if (found.size() > kMostRecords)
     throw DomainError::invalid(
         UsageReaderWords::tr("More than 1,000 active Claude sessions; activity is unavailable."));
-  std::ranges::stable_sort(found, std::greater(), &ClaudeActivityRecord::time);
-  return found;
+  // Of two of one moment the order is the same at each reading.
+  std::ranges::sort(found, std::greater(),
+                    [](const ClaudeActivityRecord& record) { return std::tie(record.time, record.session); });
+  return {std::move(found), earliest ? std::optional(dateOf(*earliest)) : std::nullopt};
+}
+
+bool ClaudeActivity::isWaiting(const ClaudeActivityRecord& record, const QDateTime& now) {
+  return record.state == kPermission && isActive(record, secondsSinceReference(now) - record.time);
 }
 
 RemoteValue ClaudeActivity::value(const QList<ClaudeActivityRecord>& records, const QDateTime& now,
@@ -115,6 +128,7 @@ RemoteValue ClaudeActivity::value(const QList<ClaudeActivityRecord>& records, co
   value.subtitle = UsageReaderWords::tr("Claude Code · local activity");
   value.symbol = u"cloud.sun.fill"_s;
   value.updated = now;
+  value.activity = Activity::Idle;
   if (records.isEmpty()) {
     value.value = UsageReaderWords::tr("No activity yet");
     value.detail = UsageReaderWords::tr("Start a new Claude Code session after installing hooks.");
@@ -122,28 +136,23 @@ RemoteValue ClaudeActivity::value(const QList<ClaudeActivityRecord>& records, co
   }
   const auto active = std::ranges::find_if(
       records, [&](const ClaudeActivityRecord& record) { return isActive(record, present - record.time); });
-  value.value = label(active == records.end() ? records.first() : *active);
+  const bool isAnyActive = active != records.end();
+  value.value = label(isAnyActive ? *active : records.first());
+  if (isAnyActive) value.activity = active->state == kPermission ? Activity::Waiting : Activity::Busy;
   value.detail = UsageReaderWords::tr("Last event %1").arg(timeOf(records.first()));
   for (const ClaudeActivityRecord& record : records.first(std::min(records.size(), kMostRows))) {
     const QString tool = record.tool.empty() ? UsageReaderWords::tr("Session") : QString::fromStdString(record.tool);
-    value.rows.append({QString::fromStdString(record.session), label(record), tool + u" · "_s + timeOf(record), {}});
+    value.rows.append({.id = QString::fromStdString(record.session),
+                       .title = label(record),
+                       .subtitle = tool + u" · "_s + timeOf(record),
+                       .url = std::nullopt,
+                       .at = dateOf(record.time)});
   }
   return value;
 }
 
-std::optional<QDateTime> ClaudeActivity::nextChange(const QList<ClaudeActivityRecord>& records, const QDateTime& now) {
-  const double present = secondsSinceReference(now);
-  std::optional<double> earliest;
-  for (const ClaudeActivityRecord& record : records)
-    for (const double age : {kRecent, kForgotten}) {
-      const double moment = record.time + age;
-      if (moment > present && (!earliest || moment < *earliest)) earliest = moment;
-    }
-  return earliest ? std::optional(dateOf(*earliest)) : std::nullopt;
-}
-
 RemoteValue ClaudeActivity::read(const QString& directory, const QDateTime& now, const QLocale& locale) {
-  return value(records(directory, now), now, locale);
+  return value(find(directory, now).records, now, locale);
 }
 
 qsizetype ClaudeActivity::removeOld(const QString& directory, const QDateTime& now) {

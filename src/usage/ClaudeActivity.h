@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QString>
 #include <optional>
+#include <stop_token>
 
 #include "claudehook/ActivityRecord.h"
 #include "services/RemoteValue.h"
@@ -20,14 +21,20 @@ struct ClaudeActivity {
   static constexpr double kRecent = 3600;        ///< Seconds for which one says what is done now.
   static constexpr double kRemoved = 7 * 86400;  ///< Seconds after which its file may go.
 
-  /// The records that count, newest first. A folder that is not there has none. Throws DomainError.
-  static QList<ClaudeActivityRecord> records(const QString& directory, const QDateTime& now);
-  /// What a tile shows of them.
+  struct Found {
+    QList<ClaudeActivityRecord> records;  ///< Those that count, newest first.
+    /// The earliest moment after `now` at which the same files are shown otherwise.
+    std::optional<QDateTime> nextChange;
+  };
+  /// Looks into a folder; one that is not there has no records. Throws DomainError and Cancelled.
+  static Found find(const QString& directory, const QDateTime& now, const std::stop_token& stop = {});
+  /// What a tile shows of the records.
   static RemoteValue value(const QList<ClaudeActivityRecord>& records, const QDateTime& now, const QLocale& locale);
-  /// The earliest moment after `now` at which the same records are shown otherwise.
-  static std::optional<QDateTime> nextChange(const QList<ClaudeActivityRecord>& records, const QDateTime& now);
 
-  /// Records, then value.
+  /// Whether a session waits for a permission.
+  static bool isWaiting(const ClaudeActivityRecord& record, const QDateTime& now);
+
+  /// Finds, and gives the value.
   static RemoteValue read(const QString& directory, const QDateTime& now, const QLocale& locale = QLocale());
 
   /// Removes records older than `kRemoved`: of what lies in the folder only what our hook wrote under the name that it

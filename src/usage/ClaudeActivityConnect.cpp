@@ -66,6 +66,15 @@ DockWidget ClaudeActivityConnect::installed(DockWidget widget, const QString& co
   return widget;
 }
 
+DockWidget ClaudeActivityConnect::connected(DockWidget widget, const DockWidget& changed) {
+  for (const QLatin1StringView key : kOwnOptions) {
+    widget.options.remove(key);
+    if (changed.options.contains(key)) widget.options.insert(key, changed.options.value(key));
+  }
+  if (isInstalled(changed)) widget.options.remove(option::endpoint);
+  return widget;
+}
+
 DockWidget ClaudeActivityConnect::removed(DockWidget widget) const {
   const QString directory = widget.options.value(option::historyDirectory, directory_);
   const QString settings = widget.options.value(option::claudeSettings);

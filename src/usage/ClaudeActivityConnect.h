@@ -8,7 +8,8 @@
 namespace tarnwick {
 
 /// Connects widgets to what Claude Code does, and lets go of it again. Changes Claude Code's settings, which is the
-/// user's wish alone; failures are DomainErrors, after which nothing has changed.
+/// user's wish alone; failures are DomainErrors, after which nothing has changed. Waits for the disk: any thread but
+/// the main one.
 class ClaudeActivityConnect {
  public:
   /// `executables` are those that may run as the hook, the one to be installed first; `directory` is where it leaves
@@ -24,6 +25,8 @@ class ClaudeActivityConnect {
   DockWidget installed(DockWidget widget, const QString& configuration) const;
   /// Takes them out of where they were installed by this widget.
   DockWidget removed(DockWidget widget) const;
+  /// A widget with the connection of another, which is itself as it was before it was installed or removed.
+  static DockWidget connected(DockWidget widget, const DockWidget& changed);
   /// Whether a widget has installed them.
   static bool isInstalled(const DockWidget& widget);
 

@@ -1,8 +1,13 @@
 #include "usage/ClaudeActivityFollower.h"
 
 #include <QCoroTask>
+#include <QHash>
+#include <QPointer>
+#include <optional>
 
 #include "base/DomainError.h"
+#include "base/ForeignText.h"
+#include "base/LocalFigures.h"
 #include "facilities/ActiveSets.h"
 #include "usage/ClaudeActivity.h"
 #include "usage/UsageReaderWords.h"
@@ -12,7 +17,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr double kLeastBetween = 2;  ///< Seconds between two readings.
+constexpr double kLeastBetween = 1;  ///< Seconds between two readings.
 constexpr double kBeatsMissed = 5;   ///< Seconds without a beat after which no tile is shown.
 constexpr double kDay = 86400;
 
@@ -22,35 +27,89 @@ bool isActivity(const DockWidget& widget) {
 
 QString folderOf(const DockWidget& widget) { return widget.options.value(option::historyDirectory); }
 
-/// Reads a folder, and notes when what is shown of it changes by itself.
-QCoro::Task<RemoteValue> readNoting(QString folder, QDateTime now, std::shared_ptr<std::optional<QDateTime>> noted,
-                                    std::stop_token stop) {
-  if (folder.isEmpty())
-    throw DomainError::invalid(UsageReaderWords::tr("Install the activity hooks in this widget’s settings."));
-  const auto earliest = std::make_shared<std::optional<QDateTime>>();
-  std::function<RemoteValue(const std::stop_token&)> read = [folder, now, earliest](const std::stop_token&) {
-    const QList<ClaudeActivityRecord> records = ClaudeActivity::records(folder, now);
-    *earliest = ClaudeActivity::nextChange(records, now);
-    return ClaudeActivity::value(records, now, QLocale());
-  };
-  RemoteValue value = co_await readElsewhere(std::move(read), stop);
-  if (*earliest && (!*noted || **earliest < **noted)) *noted = *earliest;
-  co_return value;
+/// The sessions that wait for a permission, and since when.
+using WaitingSessions = QHash<QString, double>;
+
+QString sentenceOf(const QList<ClaudeActivityRecord>& calling) {
+  if (calling.size() > 1)
+    return UsageReaderWords::tr("%1 sessions wait for your permission.").arg(LocalFigures::number(calling.size()));
+  const QString tool = ForeignText::line(QString::fromStdString(calling.first().tool));
+  return tool.isEmpty() ? UsageReaderWords::tr("A session waits for your permission.")
+                        : UsageReaderWords::tr("A session waits for your permission to use %1.").arg(tool);
 }
 
 }  // namespace
+
+/// What readings leave for each other; one that is under way may outlive the follower.
+struct ClaudeActivityFollower::Following {
+  QPointer<ClaudeActivityFollower> follower;
+  std::optional<QDateTime> nextChange;
+  int running = 0;
+  QHash<QString, WaitingSessions> waiting;  ///< By folder, as a widget that announces saw them last.
+
+  /// Counts one for as long as it lives.
+  class Reading {
+   public:
+    explicit Reading(Following& of) : of_(of) { ++of_.running; }
+    Q_DISABLE_COPY_MOVE(Reading)
+    ~Reading() { --of_.running; }
+
+   private:
+    Following& of_;
+  };
+
+  /// Those of the records that wait since the last look; none at the first one.
+  QList<ClaudeActivityRecord> calling(const QString& folder, const QList<ClaudeActivityRecord>& records,
+                                      const QDateTime& now) {
+    WaitingSessions present;
+    QList<ClaudeActivityRecord> all;
+    const auto before = waiting.constFind(folder);
+    for (const ClaudeActivityRecord& record : records) {
+      if (!ClaudeActivity::isWaiting(record, now)) continue;
+      const QString session = QString::fromStdString(record.session);
+      if (before != waiting.constEnd() && before->value(session, -1) != record.time) all.append(record);
+      present.insert(session, record.time);
+    }
+    waiting.insert(folder, present);
+    return all;
+  }
+};
+
+/// Reads a folder, and notes when what is shown of it changes by itself.
+QCoro::Task<RemoteValue> ClaudeActivityFollower::readFolder(std::shared_ptr<Following> following, DockWidget widget,
+                                                            QDateTime now, std::stop_token stop) {
+  const QString folder = folderOf(widget);
+  if (folder.isEmpty())
+    throw DomainError::invalid(UsageReaderWords::tr("Install the activity hooks in this widget’s settings."));
+  const auto found = std::make_shared<ClaudeActivity::Found>();
+  std::function<RemoteValue(const std::stop_token&)> read = [folder, now, found](const std::stop_token& stopped) {
+    *found = ClaudeActivity::find(folder, now, stopped);
+    return ClaudeActivity::value(found->records, now, QLocale());
+  };
+  const Following::Reading reading(*following);
+  RemoteValue value = co_await readElsewhere(std::move(read), stop);
+  std::optional<QDateTime>& next = following->nextChange;
+  if (found->nextChange && (!next || *found->nextChange < *next)) next = found->nextChange;
+  if (widget.options.value(option::announcesPermission) == value::on) {
+    const auto calling = following->calling(folder, found->records, now);
+    if (!calling.isEmpty() && following->follower) Q_EMIT following->follower->called(widget, sentenceOf(calling));
+  }
+  co_return value;
+}
 
 ClaudeActivityFollower::ClaudeActivityFollower(Scheduler& scheduler, Refresh refresh, QString ownFolder)
     : scheduler_(scheduler),
       refresh_(std::move(refresh)),
       ownFolder_(std::move(ownFolder)),
-      nextChange_(std::make_shared<std::optional<QDateTime>>()) {}
+      following_(std::make_shared<Following>()) {
+  following_->follower = this;
+}
 
 ClaudeActivityFollower::~ClaudeActivityFollower() = default;
 
 LocalReader ClaudeActivityFollower::reader() {
-  return [next = nextChange_, &scheduler = scheduler_](const DockWidget& widget, std::stop_token stop) {
-    return readNoting(folderOf(widget), scheduler.now(), next, std::move(stop));
+  return [following = following_, &scheduler = scheduler_](const DockWidget& widget, std::stop_token stop) {
+    return readFolder(following, widget, scheduler.now(), std::move(stop));
   };
 }
 
@@ -77,13 +136,14 @@ void ClaudeActivityFollower::beat(const ActiveSets& active) {
     folders_ = folders;
     watch_->watch(folders_);
   }
-  const bool isDue = *nextChange_ && **nextChange_ <= scheduler_.now();
+  const bool isDue = following_->nextChange && *following_->nextChange <= scheduler_.now();
   if (isChanged_ || isDue) refreshAll();
   if (removedAt_ < 0 || beatAt_ - removedAt_ >= kDay) removeOld();
 }
 
 void ClaudeActivityFollower::end() {
   watch_.reset();
+  next_.reset();
   disk_.cancel();
 }
 
@@ -94,14 +154,24 @@ void ClaudeActivityFollower::folderChanged() {
     // It deletes what calls this.
     QMetaObject::invokeMethod(
         this, [this] { watch_.reset(); }, Qt::QueuedConnection);
-  } else if (now - readAt_ >= kLeastBetween) {
+    return;
+  }
+  const double wait = readAt_ + kLeastBetween - now;
+  if (wait <= 0)
     refreshAll();
-  }  // Else with the next beat.
+  else
+    next_ = scheduler_.after(wait, [this] { refreshAll(); });
 }
 
+/// One reading at a time: what comes meanwhile is read with the beat after it, however long one takes.
 void ClaudeActivityFollower::refreshAll() {
+  next_.reset();
+  if (following_->running > 0) {
+    isChanged_ = true;
+    return;
+  }
   isChanged_ = false;
-  nextChange_->reset();
+  following_->nextChange.reset();
   readAt_ = scheduler_.reference();
   const QList<DockWidget> widgets = widgets_;  // What a reading leads to may change them.
   for (const DockWidget& widget : widgets) refresh_(widget);

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <QCoroFwd>
 #include <QObject>
 #include <functional>
 #include <memory>
-#include <optional>
+#include <stop_token>
 
 #include "base/OrderedWork.h"
 #include "base/Scheduler.h"
@@ -17,8 +18,9 @@ namespace tarnwick {
 /// of a change in their folder, and when what is told by the time alone changes. Nothing is done while nothing happens.
 /// Main thread only.
 class ClaudeActivityFollower final : public QObject, public BeatClient {
+  Q_OBJECT
  public:
-  /// Has a widget read again.
+  /// Has a widget read again, as soon as that may be.
   using Refresh = std::function<void(const DockWidget& widget)>;
 
   /// `ownFolder` is that of the program's own hooks: old records in it are removed once a day. The scheduler outlives
@@ -36,7 +38,15 @@ class ClaudeActivityFollower final : public QObject, public BeatClient {
   void wake() override { isChanged_ = true; }
   void end() override;
 
+ Q_SIGNALS:
+  /// Sessions began to wait for a permission, and the user wants this widget to say so: the finished sentence.
+  void called(const DockWidget& widget, const QString& sentence);
+
  private:
+  struct Following;
+
+  static QCoro::Task<RemoteValue> readFolder(std::shared_ptr<Following> following, DockWidget widget, QDateTime now,
+                                             std::stop_token stop);
   void folderChanged();
   void refreshAll();
   void removeOld();
@@ -50,7 +60,8 @@ class ClaudeActivityFollower final : public QObject, public BeatClient {
   double beatAt_ = 0;   ///< On the reference clock.
   double readAt_ = -1;  ///< The last time that widgets were read because of this.
   bool isChanged_ = false;
-  std::shared_ptr<std::optional<QDateTime>> nextChange_;
+  JobHandle next_;  ///< A reading that has to come a moment later.
+  std::shared_ptr<Following> following_;
   double removedAt_ = -1;
   OrderedWork disk_;
 };

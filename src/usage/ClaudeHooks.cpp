@@ -1,18 +1,15 @@
 #include "usage/ClaudeHooks.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <QFile>
 #include <QFileInfo>
 #include <QUuid>
-#include <algorithm>
 #include <cerrno>
 
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
-#include "base/FileDescriptor.h"
+#include "base/SmallFile.h"
 #include "claudehook/ActivityRecord.h"
 #include "usage/UsageReaderWords.h"
 
@@ -29,6 +26,10 @@ DomainError unreadable() {
   return DomainError::invalid(UsageReaderWords::tr("Claude settings could not be read; no settings were changed."));
 }
 DomainError incomplete() { return DomainError::invalid(UsageReaderWords::tr("A Claude hook group is incomplete.")); }
+
+DomainError changedMeanwhile() {
+  return DomainError::invalid(UsageReaderWords::tr("Claude settings changed while preparing the hooks. Try again."));
+}
 
 QString quoted(QString word) { return u'\'' + word.replace(u'\'', u"'\\''"_s) + u'\''; }
 
@@ -75,22 +76,12 @@ JSONNode withoutOurs(const JSONNode& groups, const std::string& command) {
 
 /// What stands in the settings file; absent where there is none.
 std::optional<QByteArray> bytesOf(const QString& path) {
-  const FileDescriptor file(
-      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-  if (!file) {
-    if (errno == ENOENT) return std::nullopt;
-    if (errno == ELOOP)
-      throw DomainError::invalid(
-          UsageReaderWords::tr("Choose the real Claude settings file; its current path is a symbolic link."));
-    throw unreadable();
-  }
-  struct stat facts {};
-  if (::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) || facts.st_size > kMostBytes) throw unreadable();
-  QFile reader;
-  if (!reader.open(file.number(), QIODevice::ReadOnly)) throw unreadable();
-  QByteArray bytes = reader.read(kMostBytes + 1);
-  if (reader.error() != QFileDevice::NoError || bytes.size() > kMostBytes) throw unreadable();
-  return bytes;
+  auto bytes = SmallFile::readUnlinked(AT_FDCWD, QFile::encodeName(path).constData(), kMostBytes);
+  if (bytes || errno == ENOENT) return bytes;
+  if (errno == ELOOP)
+    throw DomainError::invalid(
+        UsageReaderWords::tr("Choose the real Claude settings file; its current path is a symbolic link."));
+  throw unreadable();
 }
 
 JSONNode settingsIn(const QByteArray& bytes) {
@@ -143,30 +134,36 @@ JSONNode ClaudeHooks::merging(JSONNode settings, const QString& executable, cons
   return settings;
 }
 
-void ClaudeHooks::install(const QString& settings, const QStringList& executables, const QString& directory,
-                          bool remove) {
-  const std::optional<QByteArray> before = bytesOf(settings);
+ClaudeHooks::Change ClaudeHooks::prepared(const QString& settings, const QStringList& executables,
+                                          const QString& directory, bool remove) {
+  std::optional<QByteArray> before = bytesOf(settings);
   JSONNode wanted = before ? settingsIn(*before) : JSONNode::object();
   for (const QString& executable : executables) wanted = merging(std::move(wanted), executable, directory, true);
   if (!remove) wanted = merging(std::move(wanted), executables.value(0), directory, false);
-  if (remove && !before) return;
-  const QByteArray after = QByteArray::fromStdString(prettyJSON(wanted));
-  const auto stamp = DurableFile::stamp(settings);
-  if (bytesOf(settings) != before)
-    throw DomainError::invalid(UsageReaderWords::tr("Claude settings changed while preparing the hooks. Try again."));
-  if (!before) {
-    DurableFile::writeAtomically(after, settings, DurableFile::kPrivate);
+  return {settings, std::move(before), QByteArray::fromStdString(prettyJSON(wanted)), remove};
+}
+
+void ClaudeHooks::write(const Change& change) {
+  const auto stamp = DurableFile::stamp(change.settings);
+  if (bytesOf(change.settings) != change.before) throw changedMeanwhile();
+  if (!change.before) {
+    if (!change.isRemoval) DurableFile::writeAtomically(change.after, change.settings, DurableFile::kPrivate);
     return;
   }
-  const QString copy = backUp(*before, settings);
+  const QString copy = backUp(*change.before, change.settings);
   try {
-    if (stamp && DurableFile::replace(after, settings, *stamp)) return;
+    if (stamp && DurableFile::replace(change.after, change.settings, *stamp)) return;
   } catch (...) {
     QFile::remove(copy);
     throw;
   }
   QFile::remove(copy);
-  throw DomainError::invalid(UsageReaderWords::tr("Claude settings changed while preparing the hooks. Try again."));
+  throw changedMeanwhile();
+}
+
+void ClaudeHooks::install(const QString& settings, const QStringList& executables, const QString& directory,
+                          bool remove) {
+  write(prepared(settings, executables, directory, remove));
 }
 
 }  // namespace tarnwick

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "claudehook/JSONText.h"
 
@@ -16,8 +18,20 @@ struct ClaudeHooks {
   /// The settings with our hooks in them, or without. Those of this executable and folder alone are ours.
   static JSONNode merging(JSONNode settings, const QString& executable, const QString& directory, bool remove);
 
-  /// Changes the settings file, of which a copy stays beside it. `executables` are all by which our hooks may have been
-  /// installed before; the first one is installed, unless `remove`. A file that is not there is an empty one.
+  /// What a settings file holds, and what it is to hold.
+  struct Change {
+    QString settings;
+    std::optional<QByteArray> before;  ///< Absent where there is no such file, which counts as an empty one.
+    QByteArray after;
+    bool isRemoval = false;
+  };
+  /// Reads the settings file and makes what it is to hold. `executables` are all by which our hooks may have been
+  /// installed before; the first one is installed, unless `remove`.
+  static Change prepared(const QString& settings, const QStringList& executables, const QString& directory,
+                         bool remove);
+  /// Makes it so, if the file is still what it was; a copy of that stays beside it.
+  static void write(const Change& change);
+  /// Both.
   static void install(const QString& settings, const QStringList& executables, const QString& directory, bool remove);
 };
 

@@ -2,9 +2,12 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QVersionNumber>
+#include <algorithm>
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
+#include "base/SmallFile.h"
 #include "usage/CodexUsage.h"
 #include "usage/UsageReaderWords.h"
 
@@ -15,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype kChunk = 8192;
+constexpr qint64 kMostSettings = 64 * 1024;
 constexpr int kInitialize = 1;
 constexpr int kReadLimits = 2;
 
@@ -36,29 +40,51 @@ DomainError interrupted() {
   return DomainError::invalid(UsageReaderWords::tr("The Codex usage connection was interrupted."));
 }
 
-/// The newest of the versions that a version manager keeps in folders of its own.
+constexpr auto kName = "/codex"_L1;
+
+/// The versions that a manager keeps in folders of their own, the newest first: v22 is newer than v9.
 QStringList inVersions(const QString& folder) {
+  QStringList versions = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+  const auto number = [](const QString& name) { return QVersionNumber::fromString(QStringView(name).mid(1)); };
+  std::ranges::sort(versions, std::greater(), number);
+  for (QString& version : versions) version = folder + u'/' + version + u"/bin"_s;
+  return versions;
+}
+
+/// What a variable says, or else a folder in the user's home.
+QString folderOf(const char* variable, const QString& usual) {
+  const QString told = qEnvironmentVariable(variable);
+  return told.isEmpty() ? QDir::homePath() + u'/' + usual : told;
+}
+
+/// Where npm puts programs for the user alone, if its settings say so.
+QStringList ofNpm() {
+  const QString home = QDir::homePath();
   QStringList found;
-  for (const QString& version : QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed))
-    found << folder + u'/' + version + u"/bin/codex"_s;
-  return found;
+  for (const QByteArray& line :
+       SmallFile::read(home + u"/.npmrc"_s, kMostSettings).value_or(QByteArray()).split('\n')) {
+    const QString text = QString::fromUtf8(line).simplified().remove(u' ');
+    if (!text.startsWith("prefix="_L1)) continue;
+    QString prefix = text.sliced(7).remove(u'"');
+    if (prefix.startsWith(u'~')) prefix.replace(0, 1, home);
+    prefix.replace(u"${HOME}"_s, home);
+    if (prefix.startsWith(u'/')) found << prefix + u"/bin"_s;
+  }
+  return found << home + u"/.npm-global/bin"_s << home + u"/.npm-packages/bin"_s;
 }
 
 }  // namespace
 
 QString CodexRPCRead::defaultExecutable() {
   const QString home = QDir::homePath();
-  QStringList places{home + u"/.local/bin/codex"_s,
-                     u"/usr/local/bin/codex"_s,
-                     u"/usr/bin/codex"_s,
-                     home + u"/.npm-global/bin/codex"_s,
-                     u"/home/linuxbrew/.linuxbrew/bin/codex"_s,
-                     home + u"/.linuxbrew/bin/codex"_s,
-                     home + u"/.volta/bin/codex"_s,
-                     home + u"/.asdf/shims/codex"_s};
-  places += inVersions(home + u"/.nvm/versions/node"_s);
-  for (const QString& place : places)
-    if (const QFileInfo file(place); file.isFile() && file.isExecutable()) return place;
+  QStringList places{home + u"/.local/bin"_s, u"/usr/local/bin"_s, u"/usr/bin"_s};
+  places << ofNpm() << u"/home/linuxbrew/.linuxbrew/bin"_s << home + u"/.linuxbrew/bin"_s
+         << folderOf("VOLTA_HOME", u".volta"_s) + u"/bin"_s << folderOf("ASDF_DATA_DIR", u".asdf"_s) + u"/shims"_s
+         << inVersions(folderOf("NVM_DIR", u".nvm"_s) + u"/versions/node"_s)
+         << qEnvironmentVariable("PATH").split(u':', Qt::SkipEmptyParts);
+  for (const QString& place : std::as_const(places))
+    if (const QFileInfo file(place + kName); file.isAbsolute() && file.isFile() && file.isExecutable())
+      return place + kName;
   return u"/usr/bin/codex"_s;
 }
 

@@ -1,5 +1,8 @@
 #include "usage/GeminiHistory.h"
 
+#include <fcntl.h>
+
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -7,13 +10,15 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
-#include <cmath>
+#include <cerrno>
 #include <filesystem>
 #include <vector>
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/SmallFile.h"
+#include "services/ProviderData.h"
 #include "usage/UsageReaderWords.h"
 
 namespace tarnwick {
@@ -43,11 +48,11 @@ QList<Recording> recordingsIn(const QString& directory, const std::stop_token& s
   std::vector<fs::path> folders{fs::path(QFile::encodeName(directory).toStdString())};
   const auto isInChats = [](const fs::path& folder) { return std::ranges::find(folder, "chats") != folder.end(); };
   while (!folders.empty()) {
-    throwIfStopped(stop);
     const fs::path folder = std::move(folders.back());
     folders.pop_back();
     std::error_code fault;
     for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end; entry.increment(fault)) {
+      throwIfStopped(stop);
       const fs::file_status status = entry->symlink_status(fault);
       if (fault) break;
       if (fs::is_directory(status)) folders.push_back(entry->path());
@@ -70,14 +75,13 @@ QList<Recording> recordingsIn(const QString& directory, const std::stop_token& s
 
 LocalTokenRecord messageOf(const QJsonObject& message) {
   const QString id = message.value("id"_L1).toString();
-  const QDateTime time = QDateTime::fromString(message.value("timestamp"_L1).toString(), Qt::ISODateWithMs);
-  if (id.isEmpty() || !time.isValid() || !message.value("tokens"_L1).isObject())
+  const auto time = ProviderData::date(message.value("timestamp"_L1).toString());
+  if (id.isEmpty() || !time || !message.value("tokens"_L1).isObject())
     throw DomainError::invalid(UsageReaderWords::tr("Gemini returned an incomplete message record."));
   const QJsonValue total = message.value("tokens"_L1).toObject().value("total"_L1);
-  const double tokens = total.toDouble(-1);
-  if (!total.isDouble() || !std::isfinite(tokens) || tokens < 0)
+  if (!total.isDouble() || !LocalTokens::isCount(total.toDouble()))
     throw DomainError::invalid(UsageReaderWords::tr("Invalid Gemini token count."));
-  return {id, time, tokens};
+  return {id, *time, total.toDouble()};
 }
 
 bool isMessage(const QJsonObject& object) { return object.value("type"_L1).toString() == "gemini"_L1; }
@@ -117,7 +121,7 @@ QList<LocalTokenRecord> GeminiHistory::decode(const QByteArray& data, bool jsonL
 }
 
 RemoteValue GeminiHistory::read(const QString& directory, const QDateTime& now, const std::stop_token& stop) {
-  const QFileInfo chosen(directory);
+  const QFileInfo chosen(QDir::cleanPath(directory));  // A slash behind its name would lead through a link.
   if (!chosen.isDir() || chosen.isSymLink() || !chosen.isReadable())
     throw DomainError::invalid(UsageReaderWords::tr("The selected folder cannot be read."));
   const QList<Recording> recordings = recordingsIn(directory, stop);
@@ -132,15 +136,13 @@ RemoteValue GeminiHistory::read(const QString& directory, const QDateTime& now, 
   for (const Recording& recording : recordings) {
     throwIfStopped(stop);
     const auto before = DurableFile::stamp(recording.path);
-    QFile file(recording.path);
-    if (!before || !file.open(QIODevice::ReadOnly)) throw unreadablePart();
-    const QByteArray data = file.read(kMostBytesEach + 1);
-    if (file.error() != QFileDevice::NoError) throw unreadablePart();
-    if (DurableFile::stamp(recording.path) != before || data.size() != before->size)
+    const auto data = SmallFile::readUnlinked(AT_FDCWD, QFile::encodeName(recording.path).constData(), kMostBytesEach);
+    if (!before || (!data && errno != EFBIG)) throw unreadablePart();
+    if (!data || DurableFile::stamp(recording.path) != before || data->size() != before->size)
       throw DomainError::invalid(UsageReaderWords::tr(
           "A Gemini recording changed while it was read. Refresh after the current response finishes."));
     const std::pair changed(before->seconds, before->nanoseconds);
-    for (const LocalTokenRecord& record : decode(data, recording.jsonLines)) {
+    for (const LocalTokenRecord& record : decode(*data, recording.jsonLines)) {
       const auto noted = newest.constFind(record.id);
       if (noted == newest.constEnd() || noted->changed <= changed) newest.insert(record.id, {record, changed});
     }
@@ -148,12 +150,16 @@ RemoteValue GeminiHistory::read(const QString& directory, const QDateTime& now, 
   QList<LocalTokenRecord> records;
   records.reserve(newest.size());
   for (const Noted& noted : std::as_const(newest)) records.append(noted.record);
+  return shown(records, recordings.size(), now);
+}
+
+RemoteValue GeminiHistory::shown(const QList<LocalTokenRecord>& records, qsizetype recordings, const QDateTime& now) {
   return LocalTokens::thisMonth(
       records, now,
       UsageReaderWords::tr(
           "Read from %1 Gemini CLI recordings. This can include OAuth sessions and excludes usage from "
           "other tools. It is not Google billing or a quota.")
-          .arg(recordings.size()));
+          .arg(recordings));
 }
 
 }  // namespace tarnwick

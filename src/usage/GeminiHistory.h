@@ -18,6 +18,8 @@ struct GeminiHistory {
   static constexpr quint64 kMostBytes = 32'000'000;
 
   static RemoteValue read(const QString& directory, const QDateTime& now, const std::stop_token& stop = {});
+  /// What is shown of all answers that so many recordings held.
+  static RemoteValue shown(const QList<LocalTokenRecord>& records, qsizetype recordings, const QDateTime& now);
   /// The answers in one recording; as lines of JSON, or as one object.
   static QList<LocalTokenRecord> decode(const QByteArray& data, bool jsonLines);
 };

@@ -20,6 +20,9 @@ struct LocalTokenRecord {
 
 /// What is shown of such records.
 struct LocalTokens {
+  static constexpr double kMost = 1'000'000'000'000'000;
+  /// Whether a number can be one of tokens.
+  static bool isCount(double number) { return number >= 0 && number <= kMost; }
   /// A whole number as the locale groups it.
   static QString formatted(double number, const QLocale& locale = QLocale());
   /// The totals of the month and the day in which `now` is, in its zone.

@@ -3,7 +3,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
-#include <cmath>
 
 #include "base/DomainError.h"
 #include "usage/UsageReaderWords.h"
@@ -14,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kMostTokens = 1'000'000'000'000'000.0;
 constexpr double kLatest = 100'000'000'000'000.0;  ///< Milliseconds since 1970.
 constexpr auto kModelPrefix = "gemini-"_L1;
 constexpr qsizetype kMessageColumns = 4;
@@ -40,7 +38,7 @@ double tokensOf(const QVariant& text) {
   const QJsonObject tokens = document.object();
   const auto counted = [](const QJsonObject& object, QLatin1StringView key) {
     const QJsonValue value = object.value(key);
-    return LocalUsageDatabase::count(value.isDouble() ? QVariant(value.toDouble()) : QVariant(value.toVariant()));
+    return LocalUsageDatabase::count(value.isDouble() ? QVariant(value.toDouble()) : QVariant());
   };
   if (!tokens.value("cache"_L1).isObject())
     throw DomainError::invalid(UsageReaderWords::tr("OpenCode cache usage is missing."));
@@ -54,7 +52,7 @@ double tokensOf(const QVariant& text) {
 
 double LocalUsageDatabase::count(const QVariant& value) {
   const double number = value.typeId() == QMetaType::Double ? value.toDouble() : -1;
-  if (!std::isfinite(number) || number < 0 || number > kMostTokens)
+  if (!LocalTokens::isCount(number))
     throw DomainError::invalid(UsageReaderWords::tr("The usage database contains an invalid token count."));
   return number;
 }

@@ -373,6 +373,19 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
   services.asked.clear();
   refresh(sales);
   EXPECT_EQ(names(), QStringList{u"sales"_s});
+
+  // What follows something closely waits as well, and not for its turn among others.
+  services.asked.clear();
+  Q_EMIT session.lockedChanged(true);
+  values->refreshUnasked(local);
+  time.advance(60);
+  EXPECT_EQ(names(), QStringList());
+  Q_EMIT session.lockedChanged(false);
+  time.advance(10);
+  EXPECT_EQ(names(), QStringList{u"local"_s});
+  values->refreshUnasked(local);
+  time.advance(0);
+  EXPECT_EQ(names(), (QStringList{u"local"_s, u"local"_s}));
 }
 
 TEST_F(RemoteTest, HeadlinesOutliveTheProgramWithoutTheirSecrets) {

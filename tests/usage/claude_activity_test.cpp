@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "base/Cancelled.h"
 #include "base/ModuleLoader.h"
 #include "claudehook/ActivityRecord.h"
 #include "facilities/ActiveSets.h"
@@ -104,14 +105,14 @@ TEST_F(ClaudeHookProcess, LeavesNothingForWhatIsNoEvent) {
 
 TEST_F(ClaudeHookProcess, ManyAtOnceLeaveWholeRecords) {
   std::vector<std::unique_ptr<QProcess>> hooks;
-  for (int i = 0; i < 60; ++i) {
+  for (int i = 0; i < 200; ++i) {
     const QByteArray session = i % 2 ? QByteArray("one") : "session " + QByteArray::number(i);
     hooks.push_back(
         startHook({u"--claude-hook"_s, at(u"Claude/Activity"_s)},
                   R"({"hook_event_name":"PreToolUse","tool_name":"Read","session_id":")" + session + "\"}"));
   }
   for (const auto& hook : hooks) EXPECT_TRUE(hook->waitForFinished());
-  EXPECT_EQ(left().size(), 31) << "nothing aside is left";
+  EXPECT_EQ(left().size(), 101) << "nothing aside is left";
   for (const QString& name : left()) {
     EXPECT_TRUE(ClaudeActivityRecord::isFileName(name.toStdString()));
     EXPECT_TRUE(ClaudeActivityRecord::decoded(content(u"Claude/Activity/"_s + name)));
@@ -159,6 +160,10 @@ TEST_F(ClaudeActivityReading, TellsWhatTheNewestBusySessionDoes) {
   }
   EXPECT_EQ(read().subtitle, u"Claude Code · local activity"_s);
   EXPECT_EQ(read().rows.size(), std::size(cases));
+  EXPECT_EQ(read().rows.first().at, kNow.addSecs(-1));
+  EXPECT_EQ(read().activity, Activity::Busy);
+  record(u"waits"_s, "permission", 0, "Edit");
+  EXPECT_EQ(read().activity, Activity::Waiting);
 }
 
 TEST_F(ClaudeActivityReading, PassesOverWhatIsNoRecord) {
@@ -182,13 +187,31 @@ TEST_F(ClaudeActivityReading, PassesOverWhatIsNoRecord) {
 }
 
 TEST_F(ClaudeActivityReading, KnowsWhenTimeAloneChangesIt) {
-  EXPECT_FALSE(ClaudeActivity::nextChange(ClaudeActivity::records(folder_.path(), kNow), kNow));
-  record(u"a"_s, "thinking", 3000);
-  record(u"b"_s, "idle", 86000);
-  record(u"c"_s, "idle", 7200);
-  const auto next = ClaudeActivity::nextChange(ClaudeActivity::records(folder_.path(), kNow), kNow);
-  ASSERT_TRUE(next);
-  EXPECT_EQ(kNow.secsTo(*next), 400) << "the oldest is forgotten before the newest is no longer recent";
+  const auto seconds = [this] {
+    const auto next = ClaudeActivity::find(folder_.path(), kNow).nextChange;
+    return next ? kNow.secsTo(*next) : -1;
+  };
+  EXPECT_EQ(seconds(), -1);
+  const struct {
+    const char* session;
+    double age;
+    qint64 next;
+  } cases[] = {
+      {"beyond all clocks", -1e200, -1}, {"old", 90000, -1},
+      {"not recent", 7200, 79200},       {"recent", 3000, 600},
+      {"nearly forgotten", 86000, 400},  {"by a clock that was ahead", -30, 30},
+  };
+  for (const auto& each : cases) {
+    record(QString::fromLatin1(each.session), "thinking", each.age);
+    EXPECT_EQ(seconds(), each.next) << each.session;
+  }
+}
+
+TEST_F(ClaudeActivityReading, EndsWhenNobodyWantsItAnyMore) {
+  record(u"a"_s, "thinking", 1);
+  std::stop_source stop;
+  stop.request_stop();
+  EXPECT_THROW(ClaudeActivity::find(folder_.path(), kNow, stop.get_token()), Cancelled);
 }
 
 TEST_F(ClaudeActivityReading, RemovesOldRecordsOfItsOwnAlone) {
@@ -292,6 +315,48 @@ TEST_F(ClaudeActivityFollowing, RemovesOldRecordsOfItsOwnFolderOnceADay) {
   clock.advance(86400);
   beat();
   EXPECT_TRUE(waitFor([&] { return !isThere(u"own/"_s); }));
+}
+
+TEST_F(ClaudeActivityFollowing, AnnouncesOnceThatASessionBeganToWait) {
+  QStringList said;
+  QObject::connect(follower.get(), &ClaudeActivityFollower::called,
+                   [&](const DockWidget&, const QString& sentence) { said << sentence; });
+  const auto event = [&](const char* session, const char* state, const char* tool) {
+    const double seconds = static_cast<double>(clock.now().toSecsSinceEpoch()) - ClaudeActivityRecord::kReferenceDate;
+    const QString digest = digestOf(session);
+    put(u"activity/"_s + digest + u".json"_s,
+        QByteArray::fromStdString(ClaudeActivityRecord{digest.toStdString(), state, tool, seconds}.encoded()));
+  };
+  event("old", "permission", "Read");
+  read();
+  widget.options.insert(option::announcesPermission, value::on);
+  read();
+  EXPECT_EQ(said, QStringList()) << "what waited before the first look is no news";
+  const struct {
+    const char* session;
+    const char* state;
+    const char* tool;
+    QString said;
+  } cases[] = {
+      {"a", "thinking", "", {}},
+      {"a", "permission", "Bash", u"A session waits for your permission to use Bash."_s},
+      {"b", "permission", "", u"A session waits for your permission."_s},
+      {"a", "tool", "Bash", {}},
+      {"a", "permission", "Bash", u"A session waits for your permission to use Bash."_s},
+  };
+  for (const auto& each : cases) {
+    clock.advance(1);
+    event(each.session, each.state, each.tool);
+    read();
+    read();
+    EXPECT_EQ(said.join(u'|'), each.said) << each.session << ' ' << each.state;
+    said.clear();
+  }
+  clock.advance(1);
+  event("c", "permission", "Bash");
+  event("d", "permission", "Edit");
+  read();
+  EXPECT_EQ(said, QStringList{u"2 sessions wait for your permission."_s});
 }
 
 TEST_F(ClaudeActivityFollowing, SaysWhatIsMissing) {

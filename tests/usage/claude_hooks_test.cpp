@@ -116,6 +116,29 @@ TEST_F(ClaudeSettings, AreCopiedBeforeTheyAreChanged) {
   EXPECT_EQ(content(u"settings.json"_s), prettyJSON(parsed(R"({"model":"x"})")));
 }
 
+TEST_F(ClaudeSettings, AreNotTakenFromWhoChangesThemMeanwhile) {
+  const QString changed = u"Claude settings changed while preparing the hooks. Try again."_s;
+  const std::pair<std::optional<QByteArray>, std::optional<QByteArray>> cases[] = {
+      {R"({"model":"x"})", R"({"model":"y"})"},
+      {R"({"model":"x"})", std::nullopt},
+      {std::nullopt, "{}"},
+  };
+  const auto bring = [this](const std::optional<QByteArray>& content) {
+    QFile::remove(at(u"settings.json"_s));
+    if (content) put(u"settings.json"_s, *content);
+  };
+  for (const auto& [before, after] : cases) {
+    bring(before);
+    const auto change = ClaudeHooks::prepared(at(u"settings.json"_s), {kProgram}, kFolder, false);
+    bring(after);
+    EXPECT_EQ(failureOf([&] { ClaudeHooks::write(change); }), changed.toStdString());
+    EXPECT_EQ(entries(), after ? QStringList{u"settings.json"_s} : QStringList());
+    if (after) {
+      EXPECT_EQ(content(u"settings.json"_s), after->toStdString());
+    }
+  }
+}
+
 TEST_F(ClaudeSettings, StayAsTheyWereAfterAFailure) {
   const char* unreadable = "Claude settings could not be read; no settings were changed.";
   const std::pair<QByteArray, std::string> cases[] = {

@@ -128,6 +128,33 @@ TEST_F(CodexExchange, EndsWithUsHoweverWeEnd) {
   while (!isOver()) std::this_thread::yield();
 }
 
+TEST_F(CodexExchange, IsLookedForWhereItUsuallyIs) {
+  const QByteArray home = qgetenv("HOME");
+  qputenv("HOME", encoded(u"home"_s));
+  put(u"home/.npmrc"_s, "registry=x\nprefix = ~/packages\n");
+  const QString places[] = {
+      u"home/.nvm/versions/node/v9.11.2/bin"_s,
+      u"home/.nvm/versions/node/v22.3.0/bin"_s,
+      u"home/.asdf/shims"_s,
+      u"home/.volta/bin"_s,
+      u"home/packages/bin"_s,
+      u"home/.local/bin"_s,
+  };
+  for (const QString& place : places) {
+    put(place + u"/codex"_s, "");
+    EXPECT_NE(CodexRPCRead::defaultExecutable(), at(place + u"/codex"_s)) << "it may not be run";
+    setMode(place + u"/codex"_s, 0755);
+    EXPECT_EQ(CodexRPCRead::defaultExecutable(), at(place + u"/codex"_s));
+  }
+  qputenv("HOME", home);
+  // What lies beside it is found by it.
+  put(u"interpreter"_s, "#!/bin/sh\nexec /bin/sh \"$@\"\n");
+  setMode(u"interpreter"_s, 0755);
+  put(u"codex"_s, "#!/usr/bin/env interpreter\n. " + encoded(u"server"_s) + "\n");
+  answer(kGreet + "echo '{\"id\":2,\"result\":{\"rateLimits\":{}}}'");
+  EXPECT_EQ(failure(), "");
+}
+
 TEST(CodexUsage, IsShownByItsWindows) {
   const struct {
     QByteArray result;

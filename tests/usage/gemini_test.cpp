@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QTimeZone>
+#include <atomic>
+#include <thread>
 
 #include "support/FileTest.h"
+#include "support/Wait.h"
 #include "usage/GeminiHistory.h"
 
 namespace tarnwick {
@@ -77,6 +80,7 @@ TEST_F(GeminiRecordings, AreShownWholeOrNotAtAll) {
       {u"json"_s, recording("s", {message("a", "yesterday", "1")}), kIncomplete},
       {u"json"_s, recording("s", {R"({"type":"gemini","id":"a","timestamp":"2026-11-27T23:00:00Z"})"}), kIncomplete},
       {u"json"_s, recording("s", {message("a", when, "-1")}), kInvalid},
+      {u"json"_s, recording("s", {message("a", when, "1e16")}), kInvalid},
       {u"json"_s, recording("s", {message("a", when, R"("5")")}), kInvalid},
       {u"json"_s, recording("s", {message("a", when, "true")}), kInvalid},
   };
@@ -89,8 +93,8 @@ TEST_F(GeminiRecordings, AreShownWholeOrNotAtAll) {
   EXPECT_EQ(failureOf([this] { GeminiHistory::read(at(u"none"_s), kGeminiNow); }),
             "The selected folder cannot be read.");
   ASSERT_TRUE(QFile::link(at(u"chats"_s), at(u"link"_s)));
-  EXPECT_EQ(failureOf([this] { GeminiHistory::read(at(u"link"_s), kGeminiNow); }),
-            "The selected folder cannot be read.");
+  for (const QString& link : {u"link"_s, u"link/"_s})
+    EXPECT_EQ(failureOf([&] { GeminiHistory::read(at(link), kGeminiNow); }), "The selected folder cannot be read.");
   put(u"chats/session-1.json"_s, recording("s", {}));
   QDir().mkdir(at(u"closed"_s));
   setMode(u"closed"_s, 0);
@@ -98,6 +102,25 @@ TEST_F(GeminiRecordings, AreShownWholeOrNotAtAll) {
     const AsPlainUser user(folder_.path());
     EXPECT_EQ(failure(), "Part of the selected Gemini directory could not be read. No partial total is shown.");
   }
+}
+
+TEST_F(GeminiRecordings, AreNotCountedWhileTheyAreWritten) {
+  put(u"chats/session-1.json"_s, recording("s", {}));
+  std::atomic<bool> isOver = false;
+  std::jthread writer([&] {
+    QFile file(at(u"chats/session-1.json"_s));
+    if (!file.open(QIODevice::Append)) return;
+    while (!isOver) {
+      file.write(" ");
+      file.flush();
+    }
+  });
+  // A blank more is the same answer, so that only the writing itself can be what is told.
+  const bool isTold = waitFor([this] {
+    return failure() == "A Gemini recording changed while it was read. Refresh after the current response finishes.";
+  });
+  isOver = true;
+  EXPECT_TRUE(isTold);
 }
 
 TEST_F(GeminiRecordings, AreNotReadBeyondTheirLimits) {

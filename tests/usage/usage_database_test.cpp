@@ -110,9 +110,10 @@ TEST_F(UsageDatabaseFiles, AreShownWholeOrNotAtAll) {
   const char* kTime = "OpenCode message time is invalid.";
   const char* kCount = "The usage database contains an invalid token count.";
   const char* kTable = "CREATE TABLE message(id TEXT, data TEXT);";
+  const char* kSchema = "This usage database has an unsupported schema. No partial total is shown.";
   const std::pair<QByteArray, std::string> cases[] = {
       {"CREATE TABLE other(id)", "No supported OpenCode message table was found."},
-      {"CREATE TABLE message(text)", "This usage database has an unsupported schema. No partial total is shown."},
+      {"CREATE TABLE message(text)", kSchema},
       {QByteArray(kTable) + "INSERT INTO message VALUES(NULL,'{\"role\":\"assistant\"}')",
        "OpenCode message metadata is incomplete."},
       {kTable + openCodeRow("a", "gemini-x", "0", kTokens), kTime},
@@ -132,10 +133,16 @@ TEST_F(UsageDatabaseFiles, AreShownWholeOrNotAtAll) {
            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<5) INSERT INTO message SELECT "
            "printf('%.*c',4000000,'x'),'{\"role\":\"assistant\"}' FROM n",
        "Usage metadata exceeds the refresh limit."},
-      // Work without an end, by a view in the place of the table.
-      {"CREATE VIEW x AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT i FROM n;"
-       "CREATE TABLE message(id TEXT, data TEXT GENERATED ALWAYS AS ('{\"role\":\"assistant\"}'))",
-       ""},
+      {QByteArray(kTable) + "INSERT INTO message VALUES('a','{')", kBusy},
+      // What would run something: a table of a module, one with a column that is computed, a trigger.
+      {QByteArray("PRAGMA writable_schema=ON;INSERT INTO sqlite_master VALUES('table','message','message',0,'CREATE "
+                  "VIRTUAL TABLE message USING other(id, data)')"),
+       kSchema},
+      {"CREATE TABLE message(id TEXT, other TEXT);PRAGMA writable_schema=ON;UPDATE sqlite_master SET sql='CREATE TABLE "
+       "message(id TEXT, data TEXT AS (load_extension(id)))'",
+       kSchema},
+      {QByteArray(kTable) + "CREATE TRIGGER t BEFORE INSERT ON message BEGIN DELETE FROM message; END", ""},
+      {"CREATE VIEW message AS SELECT 1 AS id", "No supported OpenCode message table was found."},
   };
   for (const auto& [sql, sentence] : cases) {
     clear();
@@ -168,6 +175,28 @@ TEST_F(UsageDatabaseFiles, AreOpenedOnlyWhereThatIsSafe) {
   owner.run("COMMIT");
   EXPECT_EQ(failureOf([&] { LocalUsageDatabase::openCode(*database, kDatabaseNow); }), kBusy)
       << "changed while it was read";
+  // Its owner works on it, for itself alone or in the file itself, or was cut off while it did.
+  owner.run("PRAGMA journal_mode=WAL").run("INSERT INTO message VALUES('b','{}')");
+  EXPECT_EQ(failure(), kBusy);
+  for (const bool hasJournal : {false, true}) {
+    clear();
+    Owner writer(path());
+    writer.run("CREATE TABLE message(id TEXT, data TEXT)");
+    if (!hasJournal) writer.run("PRAGMA journal_mode=WAL");
+    writer.run("PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN")
+        .run(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<3000) INSERT INTO message SELECT i, "
+            "'{\"role\":\"user\",\"text\":\"long enough to be written before its time\"}' FROM n");
+    if (!hasJournal) writer.run("COMMIT");
+    QDir().mkdir(at(u"left"_s));
+    for (const QString& name : {u"data.db"_s, u"data.db-wal"_s, u"data.db-journal"_s})
+      QFile::copy(at(name), at(u"left/"_s + name));
+    const QStringList before = QDir(at(u"left"_s)).entryList(QDir::Files);
+    EXPECT_EQ(before.size(), 2);
+    EXPECT_EQ(failureOf([this] { databases.open(at(u"left/data.db"_s), {}); }), kBusy);
+    EXPECT_EQ(QDir(at(u"left"_s)).entryList(QDir::Files), before) << "nothing is made beside it";
+    QDir(at(u"left"_s)).removeRecursively();
+  }
   // Nobody waits any more.
   std::stop_source stop;
   stop.request_stop();

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <array>
 #include <cerrno>
 #include <vector>
@@ -108,6 +109,31 @@ class ReapedChild final : public ChildExchange {
   std::stop_callback<Wake> waking_;
 };
 
+/// The environment of the program. What it was installed with is found beside it, as where a version manager keeps a
+/// program's interpreter, of which the desktop's own path knows nothing.
+std::vector<QByteArray> environmentOf(const QString& program) {
+  const QByteArray folder = QFile::encodeName(QFileInfo(program).path());
+  std::vector<QByteArray> all;
+  bool hasPath = false;
+  for (char** entry = environ; entry && *entry; ++entry) {
+    QByteArray variable(*entry);
+    if (variable.startsWith("PATH=")) {
+      hasPath = true;
+      variable.insert(5, folder + ':');
+    }
+    all.push_back(std::move(variable));
+  }
+  if (!hasPath) all.push_back("PATH=" + folder + ":/usr/local/bin:/usr/bin:/bin");
+  return all;
+}
+
+std::vector<char*> pointersTo(std::vector<QByteArray>& words) {
+  std::vector<char*> pointers;
+  for (QByteArray& word : words) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
 }  // namespace
 
 std::unique_ptr<ChildExchange> startReapedChild(const QString& program, const QStringList& arguments,
@@ -128,11 +154,10 @@ std::unique_ptr<ChildExchange> startReapedChild(const QString& program, const QS
 
   std::vector<QByteArray> words{reaper, QFile::encodeName(program)};
   for (const QString& argument : arguments) words.push_back(argument.toUtf8());
-  std::vector<char*> pointers;
-  for (QByteArray& word : words) pointers.push_back(word.data());
-  pointers.push_back(nullptr);
+  std::vector<QByteArray> environment = environmentOf(program);
   pid_t process = 0;
-  const int failure = ::posix_spawn(&process, reaper.constData(), &files, nullptr, pointers.data(), environ);
+  const int failure = ::posix_spawn(&process, reaper.constData(), &files, nullptr, pointersTo(words).data(),
+                                    pointersTo(environment).data());
   posix_spawn_file_actions_destroy(&files);
   if (failure != 0) return nullptr;
   return std::make_unique<ReapedChild>(process, std::move(input->writing), std::move(output->reading),

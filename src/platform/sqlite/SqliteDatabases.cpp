@@ -1,13 +1,20 @@
 #include "platform/sqlite/SqliteDatabases.h"
 
+#include <fcntl.h>
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <array>
+#include <cstring>
+#include <iterator>
 
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "base/DurableFile.h"
+#include "base/FileDescriptor.h"
 #include "base/ModuleLoader.h"
+#include "base/SmallFile.h"
 #include "platform/sqlite/SqlReader.h"
 
 namespace tarnwick {
@@ -52,11 +59,37 @@ struct Stamps {
   std::optional<DurableFile::Stamp> journal;
 };
 
+/// How a database stands, by what lies beside it.
+enum class Standing {
+  Still,   ///< All is in the file itself.
+  Shared,  ///< Its owner writes into a journal that others may read along.
+  Amidst,  ///< What it is cannot be known without its owner: it writes for itself alone, or was cut off while it did.
+};
+
+/// The file is changed in place while a journal of what it was before is there. One that is done with is gone, empty,
+/// or has no beginning.
+bool isChangedInPlace(const QString& path) {
+  static constexpr std::array<unsigned char, 8> mark{0xd9, 0xd5, 0x05, 0xf9, 0x20, 0xa1, 0x63, 0xd7};
+  const QByteArray journal = QFile::encodeName(path + QStringLiteral("-journal"));
+  const FileDescriptor file(::open(journal.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  std::array<char, mark.size()> beginning{};
+  return file && SmallFile::readAt(file.number(), 0, beginning.data(), beginning.size()) == std::ssize(mark) &&
+         std::memcmp(beginning.data(), mark.data(), mark.size()) == 0;
+}
+
+Standing standingOf(const QString& path, const Stamps& stamps) {
+  if (isChangedInPlace(path)) return Standing::Amidst;
+  if (QFileInfo::exists(path + QStringLiteral("-shm"))) return stamps.journal ? Standing::Shared : Standing::Still;
+  // The library would make that file.
+  return stamps.journal && stamps.journal->size > 0 ? Standing::Amidst : Standing::Still;
+}
+
 class SqliteDatabase final : public UsageDatabase {
  public:
   SqliteDatabase(const QString& path, std::stop_token stop, MakeSqlReader make)
-      : path_(path), stop_(stop), before_(path), reader_(make()) {
-    check(reader_->open(QFile::encodeName(path), !before_.journal, std::move(stop)));
+      : path_(path), stop_(stop), before_(path), standing_(standingOf(path, before_)), reader_(make()) {
+    if (standing_ == Standing::Amidst) check(SqlFailure::Busy);
+    check(reader_->open(QFile::encodeName(path), standing_ == Standing::Still, std::move(stop)));
   }
 
   QList<Row> rows(const QString& sql) override {
@@ -68,8 +101,9 @@ class SqliteDatabase final : public UsageDatabase {
   void confirmUnchanged() override {
     // What is read while a journal is there is one moment of it, whatever is written meanwhile.
     const Stamps after(path_);
-    const bool isSame = before_.journal ? after.database.has_value() : after == before_;
-    if (!isSame) throw DomainError::invalid(DatabaseWords::busy());
+    const bool isSame = standing_ == Standing::Shared ? after.database.has_value() : after == before_;
+    const bool isWhole = standing_ == Standing::Shared || standingOf(path_, after) == Standing::Still;
+    if (!isSame || !isWhole) throw DomainError::invalid(DatabaseWords::busy());
   }
 
  private:
@@ -81,6 +115,7 @@ class SqliteDatabase final : public UsageDatabase {
   QString path_;
   std::stop_token stop_;
   Stamps before_;
+  Standing standing_;
   std::unique_ptr<SqlReader> reader_;
 };
 

@@ -83,6 +83,7 @@ inline constexpr QLatin1StringView control{"control"};  ///< Whether its panel m
 
 // What programs leave on this machine.
 inline constexpr QLatin1StringView historySource{"historySource"};
+inline constexpr QLatin1StringView announcesPermission{"announcesPermission"};  ///< Whether one that is waited for is.
 
 // What of a service a widget shows.
 inline constexpr QLatin1StringView site{"site"};

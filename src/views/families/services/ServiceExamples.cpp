@@ -1,6 +1,10 @@
+#include <QJsonObject>
 #include <array>
 #include <cmath>
 
+#include "usage/ClaudeActivity.h"
+#include "usage/CodexUsage.h"
+#include "usage/GeminiHistory.h"
 #include "views/families/services/ServicesRoom.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Kinds.h"
@@ -74,11 +78,7 @@ constexpr std::array kExamples = {
     ExampleRow{kind::cursorPersonalUsage, "66%", "Remaining · Plan allowance", "", "", "Plan allowance,34,20160"},
     ExampleRow{kind::claudePlanUsage, "58%", "Remaining · 5 hours", "", "", "5 hours,42,128|7 days,68,4000"},
     ExampleRow{kind::claudePlanUsageGauge, "58%", "Remaining · 5 hours", "", "", "5 hours,42,128|7 days,68,4000"},
-    ExampleRow{kind::analyticsClaudeCodeStatus, "Working", "dock · 4 min"},
-    ExampleRow{kind::codexUsage, "9%", "Remaining · 5 hours", "", "", "5 hours,91,48|7 days,35,5200"},
-    ExampleRow{kind::codexUsageGauge, "9%", "Remaining · 5 hours", "", "", "5 hours,91,48|7 days,35,5200"},
     ExampleRow{kind::copilotUsage, "62%", "Remaining · Included allowance", "", "", "Included allowance,38,11000"},
-    ExampleRow{kind::geminiAPIUsage, "48.1K", "Tokens today", "", "", "", 48},
     ExampleRow{kind::grokUsage, "79%", "Remaining · Credits", "", "", "Credits,21,9000"},
     ExampleRow{kind::glmUsage, "47%", "Remaining · Token allowance", "", "",
                "Token allowance,53,190|Tool allowance,12,9000"},
@@ -137,11 +137,50 @@ RemoteReading exampleOf(const ExampleRow& row, const QDateTime& now) {
   return reading;
 }
 
+// What is read on this computer, as it is read.
+
+RemoteValue claudeSessions(const QDateTime& now) {
+  const double present = static_cast<double>(now.toSecsSinceEpoch()) - ClaudeActivityRecord::kReferenceDate;
+  return ClaudeActivity::value({{std::string(64, 'a'), "tool", "Bash", present - 20},
+                                {std::string(64, 'b'), "permission", "Edit", present - 4 * 60},
+                                {std::string(64, 'c'), "thinking", "", present - 11 * 60},
+                                {std::string(64, 'd'), "idle", "", present - 130 * 60}},
+                               now, QLocale());
+}
+
+RemoteValue geminiTokens(const QDateTime& now) {
+  return GeminiHistory::shown({{u"a"_s, now.addSecs(-60), 48'120}, {u"b"_s, now.addDays(-1), 1'236'180}}, 12, now);
+}
+
+RemoteValue codexPlan(const QDateTime& now) {
+  const auto window = [&now](int percent, int minutes, int left) {
+    return QJsonObject{{u"usedPercent"_s, percent},
+                       {u"windowDurationMins"_s, minutes},
+                       {u"resetsAt"_s, now.addSecs(left * 60).toSecsSinceEpoch()}};
+  };
+  const QJsonObject limit{{u"primary"_s, window(91, 300, 48)}, {u"secondary"_s, window(35, 10080, 5200)}};
+  return CodexUsageData::value({{u"rateLimits"_s, limit}}, now);
+}
+
+using ReadExample = RemoteValue (*)(const QDateTime& now);
+constexpr std::pair<QLatin1StringView, ReadExample> kReadExamples[] = {
+    {kind::analyticsClaudeCodeStatus, claudeSessions},
+    {kind::geminiAPIUsage, geminiTokens},
+    {kind::codexUsage, codexPlan},
+    {kind::codexUsageGauge, codexPlan},
+};
+
 }  // namespace
 
 QHash<QString, RemoteReading> serviceExamples(const QDateTime& now) {
   QHash<QString, RemoteReading> examples;
   for (const ExampleRow& row : kExamples) examples.insert(row.kind, exampleOf(row, now));
+  for (const auto& [kind, read] : kReadExamples) {
+    RemoteReading reading;
+    reading.value = read(now);
+    reading.goodAt = now;
+    examples.insert(kind, reading);
+  }
   return examples;
 }
 

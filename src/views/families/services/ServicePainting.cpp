@@ -71,6 +71,14 @@ constexpr double kGaugeEnd = 8;
 constexpr double kGaugeInside = 36;
 constexpr double kDimmed = 0.45;
 
+// The dot of work.
+constexpr double kWorkDotInset = 16;
+constexpr double kWorkDotMiddle = 25;
+constexpr double kWorkDotRadius = 4;
+constexpr double kWorkHaloRadius = 7;
+constexpr double kWorkHalo = 0.25;
+constexpr double kWorkDotSpace = 14;
+
 constexpr std::array kHeadlineStyles = {TextStyle::Headline, TextStyle::Figure17, TextStyle::Title,
                                         TextStyle::ListRowStrong};
 
@@ -197,6 +205,50 @@ void paintValueTile(TileCanvas& canvas, const ServiceContent& content) {
   }
   if (isLarge) drawSpark(canvas, content, end);
   drawCaption(canvas, content, x, isLarge ? kCaptionBaseline : kTitleCaptionBaseline, canvas.spaceAfter(x));
+}
+
+// --- What is done somewhere ------------------------------------------------------------------------------------------
+
+void drawWorkDot(TileCanvas& canvas, Activity activity) {
+  const QColor ink = canvas.colors().accent(activity == Activity::Waiting ? Accent::Orange : Accent::Green);
+  const QPointF centre(canvas.width() - kWorkDotInset, kWorkDotMiddle);
+  canvas.painter().setPen(Qt::NoPen);
+  canvas.painter().setBrush(faded(ink, kWorkHalo));
+  canvas.painter().drawEllipse(centre, kWorkHaloRadius, kWorkHaloRadius);
+  canvas.painter().setBrush(ink);
+  canvas.painter().drawEllipse(centre, kWorkDotRadius, kWorkDotRadius);
+}
+
+/// The place at which words part into two lines of which each fits; 0 where there is none.
+qsizetype partingOf(const TileCanvas& canvas, const QString& words, double space) {
+  const auto fits = [&](const QString& part) { return canvas.line(part, TextStyle::BodyStrong).width() <= space; };
+  for (qsizetype at = words.lastIndexOf(u' '); at > 0; at = words.lastIndexOf(u' ', at - 1))
+    if (fits(words.first(at)) && fits(words.sliced(at + 1))) return at;
+  return 0;
+}
+
+/// The words for what is done are the value: they take the caption's place before they are shortened.
+void paintWorkTile(TileCanvas& canvas, const ServiceContent& content) {
+  using namespace theme;
+  const bool hasDot = content.activity != Activity::Idle;
+  if (hasDot) drawWorkDot(canvas, content.activity);
+  badgeBefore(canvas, content);
+  const double x = textAfterBadge(canvas);
+  const double space = canvas.spaceAfter(x) - (hasDot ? kWorkDotSpace : 0);
+  static constexpr std::array styles = {TextStyle::Title, TextStyle::BodyStrong};
+  const QString& words = content.headline.figure;
+  const QColor& ink = canvas.colors().primary;
+  const bool fits = fittingStyle(canvas, content.headline, space, styles).has_value();
+  const qsizetype parting = fits || !canvas.showsCaption() ? 0 : partingOf(canvas, words, space);
+  if (parting > 0) {
+    canvas.text(x, kTitleBaseline, space, TextStyle::BodyStrong, words.first(parting), ink);
+    canvas.text(x, kTitleCaptionBaseline, canvas.spaceAfter(x), TextStyle::BodyStrong, words.sliced(parting + 1), ink);
+    return;
+  }
+  const double baseline =
+      canvas.showsCaption() ? kTitleBaseline : TileCanvas::centredBaseline(canvas.line(words, TextStyle::Title));
+  drawFitting(canvas, content.headline, {x, baseline}, space, ink, styles);
+  if (canvas.showsCaption()) drawCaption(canvas, content, x, kTitleCaptionBaseline, canvas.spaceAfter(x));
 }
 
 // --- A series -------------------------------------------------------------------------------------------------------
@@ -353,6 +405,8 @@ void paintShape(TileCanvas& canvas, const ServiceContent& content) {
       return paintGaugeTile(canvas, content);
     case ServiceShape::List:
       return paintListTile(canvas, content);
+    case ServiceShape::Work:
+      return paintWorkTile(canvas, content);
     case ServiceShape::Value:
     case ServiceShape::Quote:
       return paintValueTile(canvas, content);

@@ -16,6 +16,7 @@
 #include "views/panels/PanelWords.h"
 #include "views/panels/RowList.h"
 #include "widgets/ClockWords.h"
+#include "widgets/FileWords.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -29,6 +30,9 @@ namespace {
 constexpr qsizetype kMostRows = 60;
 constexpr int kServiceChartHeight = 72;
 constexpr int kAboveText = 6;
+
+/// A row, and how long ago it happened where that is told.
+using AgedRow = std::pair<ServiceRow, QString>;
 
 /// The panel of a connected widget, whatever its service gives.
 class ServicePanel final : public TilePanel {
@@ -139,7 +143,7 @@ class ServicePanel final : public TilePanel {
     showUsage(value.usageWindows, sources);
     // The figures of allowances are said with their bars.
     showMetrics(value.usageWindows.isEmpty() ? value.metrics : QList<ServiceMetric>(), sources.locale);
-    showRows(value.rows, sources.locale);
+    showRows(value.rows, sources);
     const bool saysMore = value.usageWindows.isEmpty() && !state.hasFailed && !value.detail.isEmpty();
     setShown(detail_, saysMore);
     detail_->setText(saysMore ? value.detail : QString());
@@ -225,31 +229,35 @@ class ServicePanel final : public TilePanel {
     metrics_->setRows(rows);
   }
 
-  void showRows(const QList<ServiceRow>& all, const QLocale& locale) {
-    const QList<ServiceRow> shown = all.first(std::min(all.size(), kMostRows));
+  void showRows(const QList<ServiceRow>& all, const TileSources& sources) {
+    QList<AgedRow> shown;
+    for (const ServiceRow& row : all.first(std::min(all.size(), kMostRows)))
+      shown << AgedRow{row, row.at ? agoWord(*row.at, sources.now, sources.locale) : QString()};
     setShown(rows_, !shown.isEmpty());
     setShown(more_, all.size() > shown.size());
     more_->setText(PanelWords::tr("%1 more").arg(LocalFigures::number(all.size() - shown.size())));
     if (shown == shownRows_) return;
     shownRows_ = shown;
     QList<QWidget*> rows;
-    for (const ServiceRow& each : shown) {
-      QWidget* row = makeRow(each, locale);
-      static_cast<ListRow*>(row)->setParted(!rows.isEmpty());
+    for (const auto& [each, age] : std::as_const(shown)) {
+      ListRow* row = makeRow(each, age, sources.locale);
+      row->setParted(!rows.isEmpty());
       rows << row;
     }
     rows_->setRows(rows);
   }
 
-  QWidget* makeRow(const ServiceRow& each, const QLocale& locale) {
+  ListRow* makeRow(const ServiceRow& each, const QString& age, const QLocale& locale) {
     auto* row = new ListRow(each.title);
+    if (!age.isEmpty()) row->setValue(age, Tone::Secondary);
     // A figure stands beside it, words stand below.
     const QString beside = FigureWords::localised(each.subtitle, locale);
     if (FigureWords::of(beside).isNumber)
       row->setValue(beside);
     else
       row->setCaption(beside);
-    const QString whole = beside.isEmpty() ? each.title : each.title + u" · "_s + beside;
+    QString whole = beside.isEmpty() ? each.title : each.title + u" · "_s + beside;
+    if (!age.isEmpty()) whole += u" · "_s + age;
     setPlainTip(*row, whole);
     if (!each.url || !ForeignText::mayOpen(*each.url)) return row;
     row->setClickable(true);
@@ -279,7 +287,7 @@ class ServicePanel final : public TilePanel {
   QHash<QWidget*, QWidget*> boxes_;
   std::pair<QList<UsageWindow>, QDateTime> shownUsage_;
   QList<ServiceMetric> shownMetrics_;
-  QList<ServiceRow> shownRows_;
+  QList<AgedRow> shownRows_;
 };
 
 }  // namespace

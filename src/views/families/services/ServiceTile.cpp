@@ -77,6 +77,8 @@ ServiceShape shapeOf(ServiceShape wish, const ServiceContent& content) {
     case ServiceShape::List:
       if (!content.rows.isEmpty()) return wish;
       break;
+    case ServiceShape::Work:
+      return wish;
     default:
       break;
   }
@@ -195,6 +197,7 @@ TileContent makeServiceTile(const TileRequest& request, ServiceShape wish) {
   else
     describeMissing(content, *reading, request.title());
   content.numbers = plottable(value.numbers);
+  content.activity = value.activity.value_or(Activity::Idle);
   for (const ServiceMetric& metric : value.metrics.first(std::min(value.metrics.size(), kMostFigures)))
     content.figures << ServiceMetric{metric.label, FigureWords::localised(metric.value, locale)};
   for (const ServiceRow& row : value.rows.first(std::min(value.rows.size(), kMostTileRows)))

@@ -22,7 +22,8 @@ enum class ServiceShape {
   Figures,  ///< Up to three figures beside each other.
   Windows,  ///< Allowances as bars.
   Gauge,    ///< One allowance on an arc.
-  List      ///< The first rows of a list.
+  List,     ///< The first rows of a list.
+  Work      ///< What is done somewhere, with a dot while something is.
 };
 
 /// One allowance, ready to be painted.
@@ -48,6 +49,7 @@ struct ServiceContent {
   QList<ServiceMetric> figures;
   QList<ServiceMetric> rows;
   QList<UsageBar> bars;
+  Activity activity = Activity::Idle;  ///< Of the shape Work.
   RemoteState state;
   QString spoken;
 

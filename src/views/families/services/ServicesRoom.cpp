@@ -88,8 +88,15 @@ constexpr auto kCodexOptions =
                            .help = QT_TRANSLATE_NOOP("Library", "Left empty, it is looked for where it usually is."),
                            .fault = QT_TRANSLATE_NOOP("WidgetEditor", "Choose your installed Codex executable."),
                            .onlyIn = "codexLocal"});
-constexpr auto kClaudeCodeOptions = orAddress(connectionTo(
-    ",claudeActivity", QT_TRANSLATE_NOOP("Library", "What the sessions of Claude Code on this computer are doing.")));
+constexpr auto kClaudeCodeOptions = orAddress(
+    connectionTo(",claudeActivity",
+                 QT_TRANSLATE_NOOP("Library", "What the sessions of Claude Code on this computer are doing.")),
+    WidgetOption{.key = option::announcesPermission,
+                 .shape = Switch,
+                 .label = QT_TRANSLATE_NOOP("Library", "Announce waiting permission"),
+                 .help = QT_TRANSLATE_NOOP("Library", "A notification when a session begins to wait for you."),
+                 .value = "true",
+                 .onlyIn = "claudeActivity"});
 constexpr auto kGeminiOptions = orAddress(
     connectionTo(",geminiHistory",
                  QT_TRANSLATE_NOOP("Library", "How many tokens programs on this computer noted for Gemini models.")),
@@ -169,10 +176,11 @@ QMap<QString, QString> picturedHere(const QDateTime&) {
 }
 
 /// A kind that is read from this computer, or from an address of the user's own.
-template <const QLatin1StringView& Kind, const QLatin1StringView& Mode>
+template <const QLatin1StringView& Kind, const QLatin1StringView& Mode, Accent Color>
 constexpr RoomRow readHere(std::span<const WidgetOption> options, decltype(RoomRow::content) content) {
   return {.of = Kind,
           .content = content,
+          .accent = always<Color>,
           .options = options,
           .comesLater = false,
           .sample = sample<Kind>,
@@ -185,13 +193,16 @@ constexpr std::array kKinds = {
     addressed<kind::socialInstagram>(),
     addressed<kind::appleHome>(),
     addressed<kind::antigravityUsage>(),
-    readHere<kind::codexUsage, value::codexLocal>(kCodexOptions, serviceTile<ServiceShape::Value>),
-    readHere<kind::codexUsageGauge, value::codexLocal>(kCodexOptions, serviceTile<ServiceShape::Gauge>),
-    readHere<kind::analyticsClaudeCodeStatus, value::claudeActivity>(kClaudeCodeOptions,
-                                                                     serviceTile<ServiceShape::Value>),
-    readHere<kind::geminiAPIUsage, value::geminiHistory>(kGeminiOptions, serviceTile<ServiceShape::Value>),
+    readHere<kind::codexUsage, value::codexLocal, Accent::Teal>(kCodexOptions, serviceTile<ServiceShape::Value>),
+    readHere<kind::codexUsageGauge, value::codexLocal, Accent::Teal>(kCodexOptions, serviceTile<ServiceShape::Gauge>),
+    readHere<kind::analyticsClaudeCodeStatus, value::claudeActivity, Accent::Orange>(kClaudeCodeOptions,
+                                                                                     serviceTile<ServiceShape::Work>),
+    readHere<kind::geminiAPIUsage, value::geminiHistory, Accent::Blue>(kGeminiOptions,
+                                                                       serviceTile<ServiceShape::Value>),
+    RoomRow{.of = kind::claudePlanUsage, .accent = always<Accent::Orange>},
     RoomRow{.of = kind::claudePlanUsageGauge,
             .content = serviceTile<ServiceShape::Gauge>,
+            .accent = always<Accent::Orange>,
             .pictured = picturedGauge,
             .states = serviceStates},
     inAllStates<ServiceShape::Line>(kind::analyticsPlausibleChart),
