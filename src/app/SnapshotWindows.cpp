@@ -13,6 +13,7 @@
 #include "views/settings/SettingsWindow.h"
 #include "views/theme/WindowPalette.h"
 #include "widgets/LibraryWords.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -113,7 +114,28 @@ QList<SnapshotWindow> SnapshotWindows::list() {
     return settings(u"connections"_s);
   });
   add(u"editor-connection"_s, [this] { return connectionForm(); });
-  add(u"editor-sign-in"_s, [this] { return signInForm(); });
+  add(u"editor-sign-in"_s, [this] { return formOf({QUuid::createUuid(), u"dropbox"_s, {}, {}}); });
+  // What is read on this computer, as it is found and as it is connected.
+  add(u"editor-hooks"_s, [this] { return formOf({QUuid::createUuid(), u"analyticsClaudeCodeStatus"_s, {}, {}}); });
+  add(u"editor-hooks-in-use"_s, [this] {
+    return formOf({QUuid::createUuid(),
+                   u"analyticsClaudeCodeStatus"_s,
+                   {},
+                   {{option::connectionMode, value::claudeActivity},
+                    {option::claudeSettings, u"/home/me/.claude/settings.json"_s}}});
+  });
+  add(u"editor-history"_s, [this] { return formOf({QUuid::createUuid(), u"geminiAPIUsage"_s, {}, {}}); });
+  add(u"editor-history-in-use"_s, [this] {
+    return formOf({QUuid::createUuid(),
+                   u"geminiAPIUsage"_s,
+                   {},
+                   {{option::connectionMode, value::geminiHistory},
+                    {option::historySource, value::openCode},
+                    {option::historyDirectory, u"/home/me/.local/share/opencode/opencode.db"_s}}});
+  });
+  add(u"editor-codex"_s, [this] {
+    return formOf({QUuid::createUuid(), u"codexUsage"_s, {}, {{option::connectionMode, value::codexLocal}}});
+  });
   return list;
 }
 
@@ -160,8 +182,7 @@ std::unique_ptr<QWidget> SnapshotWindows::connectionForm() {
   return window;
 }
 
-std::unique_ptr<QWidget> SnapshotWindows::signInForm() {
-  const DockWidget widget{QUuid::createUuid(), u"dropbox"_s, {}, {}};
+std::unique_ptr<QWidget> SnapshotWindows::formOf(const DockWidget& widget) {
   snapshot_.store().edit([&widget](DockConfiguration& config) { config.profiles[1].widgets = {widget}; });
   return shown(std::make_unique<EditorWindow>(snapshot_.store(), widget.id, services_));
 }

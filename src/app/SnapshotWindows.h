@@ -34,7 +34,7 @@ class SnapshotWindows final {
   std::unique_ptr<QWidget> editor();
   void connectWidgets();
   std::unique_ptr<QWidget> connectionForm();
-  std::unique_ptr<QWidget> signInForm();
+  std::unique_ptr<QWidget> formOf(const DockWidget& widget);
   std::unique_ptr<QWidget> firstRun(int page);
 
   QTemporaryDir folder_;

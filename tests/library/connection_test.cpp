@@ -416,13 +416,17 @@ TEST_F(ConnectionFormTest, TheHooksOfClaudeCodeComeAndGoWithTheirWidget) {
   writeFile(folder.filePath(u"settings.json"_s), "{\"hooks\": []}");
   press(*window, u"Install Activity Hooks…"_s);
   chooseIn(*window, folder.path());
-  EXPECT_TRUE(says(*window, u"Claude settings has an unsupported hooks value; no settings were changed."_s));
+  const auto comesToSay = [](QWidget& form, const QString& sentence) {
+    return waitFor([&] { return says(form, sentence); });
+  };
+  EXPECT_TRUE(comesToSay(*window, u"Claude settings has an unsupported hooks value; no settings were changed."_s));
   EXPECT_EQ(fixture_.find(widget.id)->options, widget.options);
 
   writeFile(folder.filePath(u"settings.json"_s), "{\"model\": \"x\"}");
   press(*window, u"Install Activity Hooks…"_s);
   chooseIn(*window, folder.path());
-  EXPECT_TRUE(says(*window, u"Hooks installed. Start a new Claude Code session."_s));
+  EXPECT_FALSE(button(*window, u"Install Activity Hooks…"_s)->isEnabled()) << "one change at a time";
+  EXPECT_TRUE(comesToSay(*window, u"Hooks installed. Start a new Claude Code session."_s));
   const QMap<QString, QString> stored = fixture_.find(widget.id)->options;
   EXPECT_EQ(stored.value(option::connectionMode), value::claudeActivity);
   EXPECT_EQ(stored.value(option::claudeSettings), folder.filePath(u"settings.json"_s));
@@ -435,10 +439,17 @@ TEST_F(ConnectionFormTest, TheHooksOfClaudeCodeComeAndGoWithTheirWidget) {
 
   const auto again = fixture_.editor(widget.id);
   press(*again, u"Remove Tarnwick Hooks"_s);
-  EXPECT_TRUE(says(*again, u"Tarnwick’s hooks were removed. Other hooks were preserved."_s));
+  EXPECT_TRUE(comesToSay(*again, u"Tarnwick’s hooks were removed. Other hooks were preserved."_s));
   EXPECT_EQ(fixture_.find(widget.id)->options, widget.options);
   ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
   EXPECT_EQ(settings.readAll(), "{\n  \"model\": \"x\"\n}\n");
+
+  // A form that is closed at once leaves no hooks that their widget does not know.
+  auto brief = fixture_.editor(widget.id);
+  press(*brief, u"Install Activity Hooks…"_s);
+  chooseIn(*brief, folder.path());
+  brief.reset();
+  EXPECT_EQ(fixture_.find(widget.id)->options, stored);
 }
 
 TEST_F(ConnectionFormTest, AHistoryOnThisComputerIsChosenByItsProgram) {

@@ -82,7 +82,11 @@ EditorWindow::EditorWindow(AppStore& store, const QUuid& widget, WindowServices 
   }
 }
 
-EditorWindow::~EditorWindow() = default;
+EditorWindow::~EditorWindow() {
+  // It may have something to store yet, which need not come back to the form.
+  disconnect(&store_, nullptr, this, nullptr);
+  hooks_.reset();
+}
 
 QWidget* EditorWindow::makeBody() {
   auto* body = new QWidget;

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "base/DomainError.h"
 #include "views/controls/Buttons.h"
@@ -32,13 +33,21 @@ HooksPart::HooksPart(ClaudeActivityConnect connect, Form form, Card& card)
   column->setSpacing(theme::kRowOverhang);
   column->addLayout(buttons);
   column->addWidget(sentence_);
-  sentence_->hide();
   row_ = FormRow::wide(LibraryWords::tr("Claude Code activity"), all,
                        LibraryWords::tr("Install local hooks to show thinking, tool use and permission requests. "
                                         "Tarnwick records only a session identifier, state, tool name and time."));
+  sentence_->setText(LibraryWords::tr(
+      "Choose your Claude configuration folder. Tarnwick adds activity hooks to settings.json and saves "
+      "a backup of existing settings."));
   card.add(row_);
   QObject::connect(install_, &QPushButton::clicked, this, &HooksPart::choose);
   QObject::connect(remove_, &QPushButton::clicked, this, &HooksPart::remove);
+}
+
+HooksPart::~HooksPart() {
+  disk_.finish();
+  // What was changed is known to the widget, whoever looks.
+  if (running_ && running_->widget) form_.store(ClaudeActivityConnect::connected(form_.stored(), *running_->widget));
 }
 
 void HooksPart::setThere(bool there) { row_->setVisible(there); }
@@ -47,12 +56,8 @@ void HooksPart::follow(const DockWidget& stored) { remove_->setVisible(ClaudeAct
 
 void HooksPart::choose() {
   const QString usual = ClaudeActivityConnect::usualConfiguration();
-  auto* dialog = new QFileDialog(
-      row_->window(),
-      LibraryWords::tr(
-          "Choose your Claude configuration folder. Tarnwick adds activity hooks to settings.json and saves "
-          "a backup of existing settings."),
-      QFileInfo::exists(usual) ? usual : QFileInfo(usual).path());
+  auto* dialog = new QFileDialog(row_->window(), LibraryWords::tr("Install Hooks"),
+                                 QFileInfo::exists(usual) ? usual : QFileInfo(usual).path());
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);
@@ -63,23 +68,40 @@ void HooksPart::choose() {
 }
 
 void HooksPart::install(const QString& configuration) {
-  run([&] { return connect_.installed(form_.stored(), configuration); },
+  run([connect = connect_, widget = form_.stored(),
+       configuration] { return connect.installed(widget, QDir::cleanPath(configuration)); },
       LibraryWords::tr("Hooks installed. Start a new Claude Code session."));
 }
 
 void HooksPart::remove() {
-  run([this] { return connect_.removed(form_.stored()); },
+  run([connect = connect_, widget = form_.stored()] { return connect.removed(widget); },
       LibraryWords::tr("Tarnwick’s hooks were removed. Other hooks were preserved."));
 }
 
 void HooksPart::run(const std::function<DockWidget()>& change, const QString& done) {
-  try {
-    form_.store(change());
-    if (!install_->hasFocus()) install_->setFocus(Qt::OtherFocusReason);
-    say(done, false);
-  } catch (const DomainError& failure) {
-    say(failure.message(), true);
-  }
+  if (running_) return;
+  running_ = std::make_shared<Outcome>();
+  install_->setEnabled(false);
+  remove_->setEnabled(false);
+  disk_.start(
+      [change, outcome = running_] {
+        try {
+          outcome->widget = change();
+        } catch (const DomainError& failure) {
+          outcome->fault = failure.message();
+        }
+        return true;
+      },
+      [this, done](bool) { take(done); });
+}
+
+void HooksPart::take(const QString& done) {
+  const auto outcome = std::exchange(running_, nullptr);
+  install_->setEnabled(true);
+  remove_->setEnabled(true);
+  if (outcome->widget) form_.store(ClaudeActivityConnect::connected(form_.stored(), *outcome->widget));
+  if (!install_->hasFocus()) install_->setFocus(Qt::OtherFocusReason);
+  say(outcome->widget ? done : outcome->fault, !outcome->widget);
 }
 
 void HooksPart::say(const QString& sentence, bool isFault) {

@@ -2,7 +2,10 @@
 
 #include <QObject>
 #include <functional>
+#include <memory>
+#include <optional>
 
+#include "base/OrderedWork.h"
 #include "usage/ClaudeActivityConnect.h"
 
 namespace tarnwick {
@@ -12,8 +15,9 @@ class Card;
 class FormRow;
 class TextLabel;
 
-/// The row of a form by which Claude Code's hooks are installed and taken out again. Both count at once, and are stored
-/// with the widget; what else stands in the form waits to be saved.
+/// The row of a form by which Claude Code's hooks are installed and taken out again, on another thread. Both count at
+/// once, and are stored with the widget, also where the form closes meanwhile; what else stands in the form waits to be
+/// saved.
 class HooksPart final : public QObject {
   Q_OBJECT
  public:
@@ -24,6 +28,7 @@ class HooksPart final : public QObject {
   };
   /// The row stands at the end of `card`.
   HooksPart(ClaudeActivityConnect connect, Form form, Card& card);
+  ~HooksPart() override;
 
   /// Whether the row is there.
   void setThere(bool there);
@@ -34,7 +39,13 @@ class HooksPart final : public QObject {
   void choose();
   void install(const QString& configuration);
   void remove();
+  /// What came of it.
+  struct Outcome {
+    std::optional<DockWidget> widget;
+    QString fault;
+  };
   void run(const std::function<DockWidget()>& change, const QString& done);
+  void take(const QString& done);
   void say(const QString& sentence, bool isFault);
 
   ClaudeActivityConnect connect_;
@@ -43,6 +54,8 @@ class HooksPart final : public QObject {
   Button* install_;
   Button* remove_;
   TextLabel* sentence_;
+  std::shared_ptr<Outcome> running_;
+  OrderedWork disk_;
 };
 
 }  // namespace tarnwick

@@ -100,6 +100,10 @@ void addConnections(CardPage& page) {
              QT_TRANSLATE_NOOP("Help",
                                "For Gmail, Dropbox and TikTok: opens the service in your browser, with the client ID "
                                "of an app that you made there.")},
+            {QT_TRANSLATE_NOOP("Help", "This Computer"),
+             QT_TRANSLATE_NOOP("Help",
+                               "Shows what Claude Code, Gemini CLI, OpenCode, Hermes or Codex leave or say here. The "
+                               "hooks that Claude Code needs for that are installed and removed in the form.")},
             {QT_TRANSLATE_NOOP("Help", "Address"),
              QT_TRANSLATE_NOOP("Help",
                                "One of yours that answers with JSON, over https. The widget shows one field of it.")},
