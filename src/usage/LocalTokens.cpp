@@ -1,5 +1,6 @@
 #include "usage/LocalTokens.h"
 
+#include <QLocale>
 #include <QTimeZone>
 
 #include "usage/UsageReaderWords.h"
@@ -8,7 +9,10 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-QString LocalTokens::formatted(double number, const QLocale& locale) { return locale.toString(number, 'f', 0); }
+QString LocalTokens::formatted(double number) {
+  static const QLocale english(QLocale::English, QLocale::UnitedStates);
+  return english.toString(number, 'f', 0);
+}
 
 RemoteValue LocalTokens::thisMonth(const QList<LocalTokenRecord>& records, const QDateTime& now,
                                    const QString& detail) {

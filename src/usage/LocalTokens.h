@@ -2,7 +2,6 @@
 
 #include <QDateTime>
 #include <QList>
-#include <QLocale>
 #include <QString>
 
 #include "services/RemoteValue.h"
@@ -23,8 +22,8 @@ struct LocalTokens {
   static constexpr double kMost = 1'000'000'000'000'000;
   /// Whether a number can be one of tokens.
   static bool isCount(double number) { return number >= 0 && number <= kMost; }
-  /// A whole number as the locale groups it.
-  static QString formatted(double number, const QLocale& locale = QLocale());
+  /// A whole number in groups, in ASCII as all figures of values: what shows it writes it as the locale does.
+  static QString formatted(double number);
   /// The totals of the month and the day in which `now` is, in its zone.
   static RemoteValue thisMonth(const QList<LocalTokenRecord>& records, const QDateTime& now, const QString& detail);
 };

@@ -43,7 +43,11 @@ TEST_F(GeminiRecordings, CountTowardsTheirDayAndMonthOnce) {
       recording("s", {message("a", "2026-11-27T23:00:00.000Z", "1000"), message("b", "2026-11-27T22:59:59Z", "200"),
                       message("c", "2026-10-31T23:00:00Z", "30"), message("d", "2026-10-31T22:59:59Z", "4000"),
                       R"({"type":"user","tokens":"none"})"}));
+  // In figures that what shows them can write otherwise.
+  const QLocale before;
+  QLocale::setDefault(QLocale(u"de_DE"_s));
   EXPECT_EQ(read(), u"1,230 1,000 3"_s);
+  QLocale::setDefault(before);
   // A session that was resumed repeats what it had; the newer file is right.
   put(u"chats/deep/session-2.jsonl"_s, "{\"sessionId\":\"s\"}\n\n" + message("a", "2026-11-27T23:00:00Z", "1500") +
                                            "\n" + message("e", "2026-11-27T23:30:00Z", "0.0") + "\n");

@@ -100,6 +100,12 @@ void beAll(RemoteReading& reading, const QDateTime& now) {
                         {u"c"_s, u"Tool allowance"_s, 4, {}, std::nullopt}};
   value.numbers = {12, 14, 9, 17, 21, 19, 24, 22, 30, 28};
 }
+/// Of what is at work: the longest of the words for that.
+void beWaitedFor(RemoteReading& reading, const QDateTime&) {
+  if (!reading.value.activity) return;
+  reading.value.value = u"Awaiting permission"_s;
+  reading.value.activity = Activity::Waiting;
+}
 void forgetAll(TileSources& sources) { sources.remoteExamples.clear(); }
 
 constexpr std::array kStates = {
@@ -114,6 +120,7 @@ constexpr std::array kStates = {
     PanelState{.name = "negative"_L1, .fill = fillChanged<beNegative>},
     PanelState{.name = "from-the-right"_L1, .fill = fillChanged<beWrittenFromTheRight>},
     PanelState{.name = "all"_L1, .fill = fillChanged<beAll>},
+    PanelState{.name = "waited-for"_L1, .fill = fillChanged<beWaitedFor>},
     PanelState{.name = "unconnected"_L1, .fill = forgetAll},
 };
 
