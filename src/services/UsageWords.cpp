@@ -36,6 +36,12 @@ double UsageWords::used(const UsageWindow& window) {
 
 QString UsageWords::percent(const UsageWindow& window) { return rounded(used(window)) + u'%'; }
 
+QString UsageWords::shortLabel(const UsageWindow& window) {
+  const QString kind = ServiceWords::tr(" allowance");
+  return window.label.size() > kind.size() && window.label.endsWith(kind) ? window.label.chopped(kind.size())
+                                                                          : window.label;
+}
+
 QString UsageWords::usedWords(const UsageWindow& window) {
   return ServiceWords::tr("%1% used").arg(rounded(used(window)));
 }

@@ -18,6 +18,8 @@ struct UsageWords {
   static bool isAlarming(const UsageWindow& window) { return used(window) > kAlarming; }
   /// "42%"
   static QString percent(const UsageWindow& window);
+  /// What the window is called where there is little room: "Plan" of "Plan allowance". That it is one shows.
+  static QString shortLabel(const UsageWindow& window);
   /// "42% used"
   static QString usedWords(const UsageWindow& window);
   /// "58% left"

@@ -46,8 +46,8 @@ UsageWindow inZoneOf(UsageWindow window, const TileSources& sources) {
 }
 
 UsageBar barOf(const UsageWindow& window, const QLocale& locale) {
-  return {window.label, LocalFigures::of(UsageWords::percent(window), locale), UsageWords::used(window) / 100,
-          UsageWords::isAlarming(window)};
+  return {UsageWords::shortLabel(window), LocalFigures::of(UsageWords::percent(window), locale),
+          UsageWords::used(window) / 100, UsageWords::isAlarming(window)};
 }
 
 /// A share of a hundred that is the headline of an address of the user's own.
