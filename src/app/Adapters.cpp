@@ -36,6 +36,7 @@
 #include "platform/docks/GuardianProcess.h"
 #include "platform/docks/SystemDockPreferences.h"
 #include "platform/ical/ICalendarFiles.h"
+#include "platform/linux/BrowserProcess.h"
 #include "platform/linux/FileOperations.h"
 #include "platform/linux/LinuxMachineDetails.h"
 #include "platform/linux/LinuxProcessSource.h"
@@ -52,6 +53,7 @@
 #include "platform/x11/X11Tray.h"
 #include "services/CurrencyRates.h"
 #include "services/ProviderTable.h"
+#include "services/ServiceWords.h"
 #include "services/WeatherLocation.h"
 #include "services/WebSession.h"
 #include "services/WidgetCredentials.h"
@@ -97,6 +99,7 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       claudeActivity_(keep(std::make_unique<ClaudeActivityFollower>(
           scheduler, [this](const DockWidget& widget) { connections_.values().refreshUnasked(widget); },
           ClaudeActivityConnect::folderIn(dataDirectory)))),
+      perplexity_(makePerplexity()),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
       windows_(keep(std::make_unique<WindowService>(
           WindowService::Setup{.windows = services_.windows,
@@ -162,6 +165,14 @@ Services Adapters::makeServices() {
   };
 }
 
+std::shared_ptr<PerplexityUsage> Adapters::makePerplexity() {
+  BrowserProcess::Setup setup{.folder = dataDirectory_ + QStringLiteral("/Perplexity"),
+                              .title = ServiceWords::tr("Sign in to Perplexity"),
+                              .environment = environment_.variables};
+  return std::make_shared<PerplexityUsage>(std::make_shared<BrowserProcess>(std::move(setup), scheduler_),
+                                           addresses_.of(ServiceHost::Perplexity));
+}
+
 LiveConnections::Setup Adapters::connectionsSetup() {
   const Weather weather(
       web_, {.geocoding = addresses_.of(ServiceHost::Geocoding), .forecast = addresses_.of(ServiceHost::Forecast)});
@@ -175,6 +186,7 @@ LiveConnections::Setup Adapters::connectionsSetup() {
           .tokens = tokens_,
           .loopback = [network = network_] { return loadedLoopbackServer(network); },
           .loader = WidgetLoader(weather, locate, allProviders(), localReaders()),
+          .perplexity = perplexity_,
           .cacheFile = cacheFolder() + QStringLiteral("/remote-cache.json")};
 }
 
@@ -183,7 +195,11 @@ WidgetLoader::Readers Adapters::localReaders() {
       .scheduler = scheduler_, .databases = std::make_shared<SqliteDatabases>(), .startChild = &startReapedChild};
   return {{value::claudeActivity, claudeActivity_.reader()},
           {value::geminiHistory, readers.geminiHistory()},
-          {value::codexLocal, readers.codex()}};
+          {value::codexLocal, readers.codex()},
+          {value::perplexitySession,
+           [session = perplexity_, &scheduler = scheduler_](const DockWidget&, std::stop_token stop) {
+             return session->read(scheduler.now(), std::move(stop));
+           }}};
 }
 
 ReadingPorts Adapters::readingPorts() {
@@ -205,7 +221,7 @@ StoreSetup Adapters::storeSetup() {
           .notifications = services_.notifications,
           .session = services_.session,
           .remote = connections_.values(),
-          .credentials = keep(std::make_unique<WidgetCredentials>(keychain_)),
+          .credentials = keep(std::make_unique<WidgetCredentials>(keychain_, perplexity_)),
           .clipboard = clipboard_.history(),
           .reservations = keep(std::make_unique<ReservationService>(reservationSetup())),
           .clients = readings_.beatClients() << &clipboard_.beatClient() << &claudeActivity_ << &windows_ << &meeting_};

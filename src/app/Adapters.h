@@ -13,6 +13,7 @@
 #include "platform/net/NetworkModule.h"
 #include "services/BaseAddresses.h"
 #include "services/LiveConnections.h"
+#include "services/PerplexityUsage.h"
 #include "store/Services.h"
 #include "store/StoreSetup.h"
 #include "windows/ReservationService.h"
@@ -48,6 +49,7 @@ class Adapters {
   Port& keep(std::unique_ptr<Port> made);
 
   Services makeServices();
+  std::shared_ptr<PerplexityUsage> makePerplexity();
   LiveConnections::Setup connectionsSetup();
   WidgetLoader::Readers localReaders();
   ReadingPorts readingPorts();
@@ -67,6 +69,7 @@ class Adapters {
   const BaseAddresses addresses_;
   const std::shared_ptr<ServiceSession> web_;  ///< By which services on the net are asked.
   ClaudeActivityFollower& claudeActivity_;
+  const std::shared_ptr<PerplexityUsage> perplexity_;
   LiveConnections& connections_;
   WindowService& windows_;
   ZoomMeetingService& meeting_;

@@ -49,6 +49,8 @@ class CredentialKeeping {
   virtual void remove(const QList<QUuid>& widgets, Failed failed) = 0;
   /// Removes credentials of widgets that no longer exist; failures are the implementation's to ignore.
   virtual void removeOrphans(const QList<QUuid>& keeping) = 0;
+  /// Ends the user's own session in a browser: no widget reads it any more.
+  virtual void endSession() {}
 };
 
 /// Takes over the texts that an older settings document holds.

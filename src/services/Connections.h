@@ -19,6 +19,8 @@
 
 namespace tarnwick {
 
+class PerplexityUsage;
+
 /// What tiles, panels, forms and Settings ask about the services that widgets are connected to. By default no widget
 /// has a value and no credential can be kept. What is awaited may outlive this; it throws DomainError with a finished
 /// sentence, and Cancelled once its `stop` is requested. Main thread only.
@@ -65,6 +67,9 @@ class Connections : public QObject {
   virtual QCoro::Task<RemoteValue> attempt(DockWidget widget, std::optional<QString> credential, std::stop_token stop);
   /// The whole answer of an address of the user's own, to choose a field from. `credential` as above.
   virtual QCoro::Task<QJsonValue> answer(DockWidget widget, std::optional<QString> credential, std::stop_token stop);
+
+  /// The user's own session at Perplexity; null where there is none to be had.
+  virtual PerplexityUsage* perplexity() const { return nullptr; }
 
   /// The places whose names begin like this, the likeliest first, kMostPlaces at most.
   virtual QCoro::Task<QList<GeocodeCache::Place>> places(QString name, std::stop_token stop);

@@ -93,6 +93,7 @@ LiveConnections::LiveConnections(Setup setup)
       tokens_(setup.tokens),
       signIn_(session_, std::move(setup.loopback), setup.scheduler),
       loader_(std::move(setup.loader)),
+      perplexity_(std::move(setup.perplexity)),
       values_({.scheduler = setup.scheduler,
                .session = setup.events,
                .network = setup.network,

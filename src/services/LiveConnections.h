@@ -21,7 +21,8 @@ class LiveConnections final : public Connections {
     OAuthTokens tokens;  ///< Those of the session.
     MakeLoopbackServer loopback;
     WidgetLoader loader;
-    QString cacheFile;  ///< Where headlines are kept from one run to the next.
+    std::shared_ptr<PerplexityUsage> perplexity;  ///< May be null.
+    QString cacheFile;                            ///< Where headlines are kept from one run to the next.
   };
   /// What is referred to must outlive it.
   explicit LiveConnections(Setup setup);
@@ -42,6 +43,7 @@ class LiveConnections final : public Connections {
                               std::stop_token stop) override;
   QCoro::Task<RemoteValue> attempt(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
   QCoro::Task<QJsonValue> answer(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
+  PerplexityUsage* perplexity() const override { return perplexity_.get(); }
   QCoro::Task<QList<GeocodeCache::Place>> places(QString name, std::stop_token stop) override;
 
  private:
@@ -52,6 +54,7 @@ class LiveConnections final : public Connections {
   OAuthTokens tokens_;
   OAuthSignIn signIn_;
   WidgetLoader loader_;
+  std::shared_ptr<PerplexityUsage> perplexity_;
   RemoteValues values_;
 };
 

@@ -27,7 +27,8 @@ QCoro::Task<> sweepSilently(Keychain keychain, QList<QUuid> keeping) {
 
 }  // namespace
 
-WidgetCredentials::WidgetCredentials(const Keychain& keychain) : keychain_(keychain) {}
+WidgetCredentials::WidgetCredentials(const Keychain& keychain, std::shared_ptr<PerplexityUsage> perplexity)
+    : keychain_(keychain), perplexity_(std::move(perplexity)) {}
 
 WidgetCredentials::~WidgetCredentials() { stop_.request_stop(); }
 
@@ -36,5 +37,9 @@ void WidgetCredentials::remove(const QList<QUuid>& widgets, Failed failed) {
 }
 
 void WidgetCredentials::removeOrphans(const QList<QUuid>& keeping) { sweepSilently(keychain_, keeping); }
+
+void WidgetCredentials::endSession() {
+  if (perplexity_) perplexity_->forget();
+}
 
 }  // namespace tarnwick

@@ -4,6 +4,7 @@
 
 #include "facilities/StoreCalls.h"
 #include "services/Keychain.h"
+#include "services/PerplexityUsage.h"
 
 namespace tarnwick {
 
@@ -11,14 +12,17 @@ namespace tarnwick {
 /// program cuts off is left to the sweep of the next start.
 class WidgetCredentials final : public CredentialKeeping {
  public:
-  explicit WidgetCredentials(const Keychain& keychain);
+  /// `perplexity` may be null.
+  explicit WidgetCredentials(const Keychain& keychain, std::shared_ptr<PerplexityUsage> perplexity = nullptr);
   ~WidgetCredentials() override;
 
   void remove(const QList<QUuid>& widgets, Failed failed) override;
   void removeOrphans(const QList<QUuid>& keeping) override;
+  void endSession() override;
 
  private:
   Keychain keychain_;
+  std::shared_ptr<PerplexityUsage> perplexity_;
   std::stop_source stop_;  ///< From its request on nobody is told anything.
 };
 

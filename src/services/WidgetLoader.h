@@ -6,6 +6,7 @@
 #include <memory>
 #include <stop_token>
 
+#include "services/PerplexityUsage.h"
 #include "services/Provider.h"
 #include "services/Weather.h"
 
@@ -17,7 +18,8 @@ class WidgetLoader {
   /// Where the machine is. Throws DomainError and Cancelled.
   using Locate = std::function<QCoro::Task<GeocodeCache::Place>(std::stop_token stop)>;
 
-  /// Reads what a widget shows from this machine. Throws DomainError and Cancelled.
+  /// Reads what a widget shows by no service's address: from this machine, or in a browser. Throws DomainError and
+  /// Cancelled.
   using Reader = std::function<QCoro::Task<RemoteValue>(DockWidget widget, std::stop_token stop)>;
   /// By the connection mode.
   using Readers = QHash<QString, Reader>;

@@ -117,6 +117,7 @@ void AppStore::removeOrphanedCredentials() {
     for (const DockWidget& widget : profile.widgets) all.append(widget.id);
   }
   credentials_.removeOrphans(all);
+  if (sessionReaders_.isEmpty()) credentials_.endSession();
 }
 
 void AppStore::listen(StoreSetup& setup) {

@@ -235,7 +235,8 @@ class AppStore : public QObject {
   bool hasLostSettings_ = false;
   KeptSettings keptSettings_;
   bool isFirstRun_ = false;
-  bool hasRead_ = false;  // Whether the document is a file's.
+  QSet<QUuid> sessionReaders_;  // Who reads the user's session in a browser, or did and may come back.
+  bool hasRead_ = false;        // Whether the document is a file's.
   bool diagnostic_ = false;
   bool down_ = false;
   std::optional<SettingsWriter> writer_;  // Absent in diagnostic runs and where saving is not allowed.

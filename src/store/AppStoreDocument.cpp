@@ -19,6 +19,7 @@
 #include "widgets/TimerActions.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/KindTraits.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -119,6 +120,11 @@ QList<DockWidget> AppStore::shownWidgets() const {
 
 void AppStore::refreshActiveWidgetIndex() {
   active_ = ActiveSets::of(shownWidgets());
+  for (const DockProfile& profile : config_.profiles) {
+    for (const DockWidget& widget : profile.widgets) {
+      if (widget.options.value(option::connectionMode) == value::perplexitySession) sessionReaders_.insert(widget.id);
+    }
+  }
   system_->follow(active_);
   remote_.follow(config_, active_);
 }
@@ -178,6 +184,9 @@ void AppStore::forgetCredentials(const QList<QUuid>& widgets) {
   credentials_.remove(gone, [self = QPointer(this)](const QString& message) {
     if (self) self->setError(tr("A stored credential could not be removed: ") + message);
   });
+  const auto had = sessionReaders_.size();
+  sessionReaders_.subtract({gone.cbegin(), gone.cend()});
+  if (had > 0 && sessionReaders_.isEmpty()) credentials_.endSession();
 }
 
 void AppStore::move(QUuid id, int places) {

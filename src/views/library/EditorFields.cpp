@@ -1,6 +1,7 @@
 #include "views/library/EditorFields.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 
 #include "services/ProviderTable.h"
 #include "views/families/Rooms.h"

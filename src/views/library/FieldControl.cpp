@@ -7,6 +7,7 @@
 #include "base/LocalFigures.h"
 #include "base/Text.h"
 #include "services/ChosenPlace.h"
+#include "services/Connections.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Rows.h"
@@ -16,6 +17,7 @@
 #include "views/library/CredentialField.h"
 #include "views/library/HistoryField.h"
 #include "views/library/PathFields.h"
+#include "views/library/SessionField.h"
 #include "views/library/ZoneFields.h"
 #include "views/panels/PlaceField.h"
 #include "widgets/LibraryWords.h"
@@ -272,6 +274,8 @@ FieldControl* FieldControl::make(const EditorField& field, const FieldServices& 
       return new TogglesControl;
     case FieldShape::History:
       return new HistoryField;
+    case FieldShape::Session:
+      return new SessionField(services.connections.perplexity());
   }
   return new LineControl(field);
 }

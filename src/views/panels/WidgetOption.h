@@ -22,7 +22,8 @@ enum class FieldShape {
   Credential,    ///< Kept elsewhere than the option.
   Word,          ///< A short line, beside its label.
   Page,          ///< No option: a page of the web to be opened.
-  History        ///< Which history on this computer is read, with the option `historySource`.
+  History,       ///< Which history on this computer is read, with the option `historySource`.
+  Session        ///< No option: the user's own session in a browser.
 };
 
 /// An option of a kind, as its room declares it; the form of a widget follows from that. Texts are marked for

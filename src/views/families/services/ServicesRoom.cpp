@@ -69,13 +69,14 @@ constexpr auto orAddress(const Own&... own) {
   }
   return all;
 }
-constexpr WidgetOption connectionTo(const char* values, const char* help) {
+constexpr WidgetOption connectionTo(const char* values, const char* help,
+                                    const char* words = QT_TRANSLATE_NOOP("Library", "Address,This Computer")) {
   return {.key = option::connectionMode,
           .shape = Choice,
           .label = QT_TRANSLATE_NOOP("Library", "Connection"),
           .help = help,
           .value = values,
-          .words = QT_TRANSLATE_NOOP("Library", "Address,This Computer")};
+          .words = words};
 }
 constexpr auto kCodexOptions =
     orAddress(connectionTo(",codexLocal", QT_TRANSLATE_NOOP("Library",
@@ -104,6 +105,17 @@ constexpr auto kGeminiOptions = orAddress(
                  .shape = History,
                  .label = QT_TRANSLATE_NOOP("Library", "Local Gemini usage"),
                  .onlyIn = "geminiHistory"});
+constexpr auto kSessionOptions = orAddress(
+    connectionTo(",perplexitySession",
+                 QT_TRANSLATE_NOOP("Library", "How much of your allowances is left, as your own session tells it."),
+                 QT_TRANSLATE_NOOP("Library", "Address,Your Session")),
+    WidgetOption{.key = {},
+                 .shape = Session,
+                 .label = QT_TRANSLATE_NOOP("Library", "Session"),
+                 .help = QT_TRANSLATE_NOOP("Library",
+                                           "Signed in to in a window of the optional package tarnwick-browser, and "
+                                           "kept apart from your own browser."),
+                 .onlyIn = "perplexitySession"});
 
 /// The same accent for every tile of one service.
 Accent serviceAccent(const WidgetDefinition& definition) {
@@ -199,6 +211,8 @@ constexpr std::array kKinds = {
                                                                                      serviceTile<ServiceShape::Work>),
     readHere<kind::geminiAPIUsage, value::geminiHistory, Accent::Blue>(kGeminiOptions,
                                                                        serviceTile<ServiceShape::Value>),
+    readHere<kind::perplexityUsage, value::perplexitySession, Accent::Teal>(kSessionOptions,
+                                                                            serviceTile<ServiceShape::Value>),
     RoomRow{.of = kind::claudePlanUsage, .accent = always<Accent::Orange>},
     RoomRow{.of = kind::claudePlanUsageGauge,
             .content = serviceTile<ServiceShape::Gauge>,
