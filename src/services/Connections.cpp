@@ -42,6 +42,11 @@ QCoro::Task<QJsonValue> Connections::answer(DockWidget, std::optional<QString>, 
   co_return QJsonValue();
 }
 
+QCoro::Task<QString> Connections::act(DockWidget, QString, std::stop_token) {
+  throw DomainError::invalid(nothingReached());
+  co_return QString();
+}
+
 QCoro::Task<QList<GeocodeCache::Place>> Connections::places(QString, std::stop_token) {
   co_return QList<GeocodeCache::Place>();
 }

@@ -71,6 +71,10 @@ class Connections : public QObject {
   /// The user's own session at Perplexity; null where there is none to be had.
   virtual PerplexityUsage* perplexity() const { return nullptr; }
 
+  /// Asks of a widget's service what its panel offers besides its values (ProviderAction), once and because the user
+  /// pressed a button. `text` is what they entered for that. Gives what is to be shown of it, perhaps nothing.
+  virtual QCoro::Task<QString> act(DockWidget widget, QString text, std::stop_token stop);
+
   /// The places whose names begin like this, the likeliest first, kMostPlaces at most.
   virtual QCoro::Task<QList<GeocodeCache::Place>> places(QString name, std::stop_token stop);
 

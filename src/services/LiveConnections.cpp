@@ -144,6 +144,12 @@ QCoro::Task<QJsonValue> LiveConnections::answer(DockWidget widget, std::optional
   return CustomEndpoint::answer(std::move(widget), sessionWith(credential), stop);
 }
 
+QCoro::Task<QString> LiveConnections::act(DockWidget widget, QString text, std::stop_token stop) {
+  const Provider* provider = providerFor(widget.kind);
+  if (!provider) return Connections::act(std::move(widget), std::move(text), std::move(stop));
+  return actAt(*provider, std::move(widget), std::move(text), session_, std::move(stop));
+}
+
 QCoro::Task<QList<GeocodeCache::Place>> LiveConnections::places(QString name, std::stop_token stop) {
   return loader_.weather().search(std::move(name), kMostPlaces, stop);
 }

@@ -44,6 +44,7 @@ class LiveConnections final : public Connections {
   QCoro::Task<RemoteValue> attempt(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
   QCoro::Task<QJsonValue> answer(DockWidget widget, std::optional<QString> credential, std::stop_token stop) override;
   PerplexityUsage* perplexity() const override { return perplexity_.get(); }
+  QCoro::Task<QString> act(DockWidget widget, QString text, std::stop_token stop) override;
   QCoro::Task<QList<GeocodeCache::Place>> places(QString name, std::stop_token stop) override;
 
  private:

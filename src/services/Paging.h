@@ -24,9 +24,8 @@ class Paging {
   void goOn(bool isMore) { isFinished_ = !isMore; }
   /// The same, from `cursor` on. Throws DomainError with `sentence` for one that leads nowhere new.
   void goOn(bool isMore, const QString& cursor, const QString& sentence);
-  /// The list says nothing: a page of fewer than `full` entries is its last. Behind the last page that is read one more
-  /// is asked for, only to see whether there is anything on it: false for that one, whose entries do not count.
-  bool counts(qsizetype entries, qsizetype full);
+  /// The list says nothing: a page of fewer than `full` entries is its last, and one that is full is not.
+  void goOn(qsizetype entries, qsizetype full) { goOn(entries >= full); }
 
   /// Whether the list goes on behind the last page that was read.
   bool isPartial() const { return !isFinished_; }
@@ -37,7 +36,6 @@ class Paging {
   ProviderLimits limits_;
   int page_ = 0;
   bool isFinished_ = false;
-  bool isBlind_ = false;  ///< The last page did not say whether it is the last.
   QStringList cursors_{QString()};
 };
 

@@ -44,6 +44,11 @@ QString ProviderRequest::option(QLatin1StringView key, const QString& otherwise)
   return found.isEmpty() ? otherwise : found;
 }
 
+QString ProviderCredential::faultOf(const QString& credential) const {
+  const QString found = fault ? fault(credential) : QString();
+  return found.isEmpty() && isOneWord && hasSpace(credential.trimmed()) ? missing : found;
+}
+
 ServiceCall ProviderRequest::call(const QString& path, const QMap<QString, QString>& query) const {
   ServiceCall call;
   call.url = ProviderData::url(option(tarnwick::option::endpoint) + path, query);
@@ -101,17 +106,29 @@ DockWidget Provider::configured(DockWidget widget) const {
   return widget;
 }
 
-QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::shared_ptr<ServiceSession> session,
-                                   std::stop_token stop) {
-  const ProviderTopic* topic = provider.topic(widget.kind);
-  require(topic, ServiceWords::tr("Connect this widget in its settings."));
+bool ProviderAction::isOffered(const DockWidget& widget) const {
+  return widget.options.value(option::connectionMode) == value::native && (!isAllowed || isAllowed(widget));
+}
+
+/// With a name that is seen elsewhere: the compiler wants that of what a coroutine holds.
+struct PreparedRequest {
   ProviderRequest request;
+  MaybeCredential credential;
+};
+
+namespace {
+
+/// What every conversation begins with.
+QCoro::Task<PreparedRequest> prepared(Provider provider, DockWidget widget, std::shared_ptr<ServiceSession> session,
+                                      std::stop_token stop) {
+  PreparedRequest begun;
+  ProviderRequest& request = begun.request;
   request.widget = provider.configured(std::move(widget));
   request.session = session;
   request.limits = provider.limits;
   const ProviderCredential& wanted = provider.credential;
   const bool canDoWithout = wanted.isNeeded && !wanted.isNeeded(request.widget);
-  MaybeCredential found;
+  MaybeCredential& found = begun.credential;
   if (provider.signIn)
     found.value = co_await session->accessToken(request.widget, *provider.signIn, stop);
   else if (canDoWithout)
@@ -120,18 +137,40 @@ QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::sh
     found.value = co_await session->credential(request.widget, stop);
   throwIfStopped(stop);
   request.credential = wanted.isOneWord ? found.value.trimmed() : found.value;
-  if (const QString fault = wanted.fault ? wanted.fault(request.credential) : QString(); !fault.isEmpty())
-    throw DomainError::invalid(fault);
-  const bool isMissing = request.credential.isEmpty() && !canDoWithout;
-  require(!isMissing && !(wanted.isOneWord && hasSpace(request.credential)), wanted.missing);
+  const QString fault = wanted.faultOf(request.credential);
+  require(fault.isEmpty(), fault);
+  require(canDoWithout || !request.credential.isEmpty(), wanted.missing);
+  co_return begun;
+}
+
+}  // namespace
+
+QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::shared_ptr<ServiceSession> session,
+                                   std::stop_token stop) {
+  const ProviderTopic* topic = provider.topic(widget.kind);
+  require(topic, ServiceWords::tr("Connect this widget in its settings."));
+  PreparedRequest begun = co_await prepared(provider, std::move(widget), std::move(session), stop);
   try {
-    RemoteValue value = co_await topic->fetch(std::move(request), stop);
+    RemoteValue value = co_await topic->fetch(std::move(begun.request), stop);
     throwIfStopped(stop);
     co_return value;
   } catch (const ServiceHTTPError& refusal) {
-    found.explain(refusal);
+    begun.credential.explain(refusal);
     throw;
   }
+}
+
+QCoro::Task<QString> actAt(Provider provider, DockWidget widget, QString text, std::shared_ptr<ServiceSession> session,
+                           std::stop_token stop) {
+  const ProviderTopic* topic = provider.topic(widget.kind);
+  const bool isOffered = topic && topic->action && topic->action->isOffered(widget);
+  require(isOffered, ServiceWords::tr("The form of this widget does not allow that."));
+  const PreparedRequest begun = co_await prepared(provider, std::move(widget), session, stop);
+  ServiceCall call = topic->action->call(begun.request, text);
+  const QJsonValue answer = co_await session->json(std::move(call), stop);
+  throwIfStopped(stop);
+  QString result = topic->action->result ? topic->action->result(answer) : QString();
+  co_return result;
 }
 
 }  // namespace tarnwick

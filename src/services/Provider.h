@@ -9,6 +9,7 @@
 #include <optional>
 #include <stop_token>
 
+#include "base/DomainError.h"
 #include "config/DockWidget.h"
 #include "services/RemoteValue.h"
 #include "services/ServiceSession.h"
@@ -29,9 +30,21 @@ struct KindPattern {
 struct ProviderField {
   QString key;  ///< The option of the widget.
   QString label;
-  QString placeholder;
+  QString placeholder = {};
+  QString help = {};
+  /// What it may hold where that is not any text: one value for a switch that writes it, several for a choice.
+  QStringList values = {};
+  QStringList words = {};  ///< For each value of a choice.
+  int usual = 0;           ///< Of a choice, the place of the value that an absent option means.
 
   bool operator==(const ProviderField&) const = default;
+};
+
+/// What is wrong with an option, as a sentence that the form shows at its line.
+struct OptionError final : DomainError {
+  OptionError(const QString& option, const QString& sentence) : DomainError(invalid(sentence)), key(option) {}
+
+  QString key;
 };
 
 /// What a service wants to be shown before it answers.
@@ -46,6 +59,9 @@ struct ProviderCredential {
   bool isOneWord = false;  ///< One that holds white space is none; what is around it does not count.
   /// What else is wrong with one, as a sentence; empty where nothing is. It is asked first.
   QString (*fault)(const QString& credential) = nullptr;
+
+  /// What is wrong with one that is there, as a sentence; empty where nothing is.
+  QString faultOf(const QString& credential) const;
 };
 
 /// What bounds the reading of one list. A refresh makes at most 30 requests in all.
@@ -75,11 +91,26 @@ struct ProviderRequest {
   RemoteValue shown(const QString& value, const QString& subtitle) const;
 };
 
+/// What a press in the panel of a widget asks of its service, besides its values.
+struct ProviderAction {
+  QString button;
+  QString placeholder = {};  ///< Of the text that the user enters for it; empty where there is none.
+  /// Whether the form of a widget that is connected allows it; null for always.
+  bool (*isAllowed)(const DockWidget& widget) = nullptr;
+  /// The one request, which is never sent again by itself. Throws DomainError.
+  ServiceCall (*call)(const ProviderRequest& request, const QString& text) = nullptr;
+  /// What of the answer is shown, to be copied. Throws DomainError. Null for nothing.
+  QString (*result)(const QJsonValue& answer) = nullptr;
+
+  bool isOffered(const DockWidget& widget) const;
+};
+
 /// One of the things that a service is asked for: which kinds of widgets show it, and how it is found.
 struct ProviderTopic {
   QList<KindPattern> kinds;
   QString explanation;               ///< What the form says of it, in one line.
   QList<ProviderField> fields = {};  ///< What the form asks for.
+  std::optional<ProviderAction> action = {};
   /// A coroutine: what it asks, in order, and what it computes. It passes `stop` to everything that it awaits.
   QCoro::Task<RemoteValue> (*fetch)(ProviderRequest request, std::stop_token stop);
 };
@@ -116,5 +147,10 @@ struct Provider {
 /// the service. Throws what these throw, and DomainError for a kind that is another's.
 QCoro::Task<RemoteValue> fetchFrom(Provider provider, DockWidget widget, std::shared_ptr<ServiceSession> session,
                                    std::stop_token stop);
+
+/// The action of a provider, once, and what it gives. Throws what these throw, and DomainError where the widget has
+/// none.
+QCoro::Task<QString> actAt(Provider provider, DockWidget widget, QString text, std::shared_ptr<ServiceSession> session,
+                           std::stop_token stop);
 
 }  // namespace tarnwick

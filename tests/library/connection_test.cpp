@@ -275,6 +275,49 @@ TEST_F(ConnectionFormTest, AServiceAsksForWhatItNeedsAndGoesToItsOwnAddress) {
   EXPECT_FALSE(named<QLineEdit>(*own, u"Site domain"_s)->isVisible());
 }
 
+TEST_F(ConnectionFormTest, WhatAServiceRefusesIsSaidUnderItsLine) {
+  const struct {
+    const char16_t* kind;
+    QMap<QString, QString> options;
+    const char16_t* label;
+    const char16_t* entered;
+    const char16_t* sentence;
+  } cases[] = {
+      {u"homeAssistant", {}, u"Server address", u"http://home", u"Enter a valid HTTPS service address."},
+      {u"homeAssistant",
+       {{option::server, u"https://home.example"_s}},
+       u"Entity ID",
+       u"light",
+       u"Enter an entity ID such as sensor.temperature."},
+      {u"analyticsGitHub",
+       {{option::field, u"forks"_s}},
+       u"Repository",
+       u"one",
+       u"Enter a repository as owner/repository."},
+      {u"revenuePolar", {}, u"Currency", u"euro", u"Enter a three-letter currency code."},
+      {u"shopifyRevenue",
+       {},
+       u"Store domain",
+       u"a.example",
+       u"Enter the store’s exact Shopify domain, such as your-store.myshopify.com."},
+      {u"cursorPersonalUsage", {}, u"Credential", u"a;b", u"Enter only the Cursor session token value."},
+      {u"grokUsage", {}, u"Credential", u"a b", u"Add a valid Grok CLI access token in Connection Settings."},
+  };
+  for (const auto& each : cases) {
+    QMap<QString, QString> options = each.options;
+    options.insert(option::connectionMode, value::native);
+    const auto window = fixture_.editor(fixture_.add(QString::fromUtf16(each.kind), options).id);
+    const QString label = QString::fromUtf16(each.label);
+    write(*window, label, QString::fromUtf16(each.entered));
+    EXPECT_FALSE(window->save());
+    QString fault;
+    for (const FormRow* row : window->findChildren<FormRow*>())
+      if (row->isVisible() && row->label() == label) fault = row->fault();
+    EXPECT_EQ(fault, QString::fromUtf16(each.sentence));
+  }
+  EXPECT_TRUE(services().kept.isEmpty());
+}
+
 TEST_F(ConnectionFormTest, SigningInStoresTheFormAndLeavesItOpen) {
   const DockWidget widget = fixture_.add(u"dropbox"_s, {});
   const auto window = fixture_.editor(widget.id);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QLocale>
+#include <algorithm>
 
 #include "base/DomainError.h"
 #include "services/ProviderTable.h"
@@ -19,9 +20,10 @@ using test::told;
 using Options = QMap<QString, QString>;
 
 /// The outcome of a fetch whose service answers so: what is shown, or the sentence of a failure. `requests` are what
-/// was asked.
+/// was asked. With `pressed` that of the button in the panel, with this text entered for it.
 QString outcome(const QString& kind, const Options& options, const QString& credential,
-                const std::function<QString(int)>& answerOf, QStringList& requests) {
+                const std::function<QString(int)>& answerOf, QStringList& requests,
+                const std::optional<QString>& pressed = std::nullopt) {
   const auto session = std::make_shared<test::ScriptedSession>();
   const DockWidget widget{QUuid::createUuid(), kind, {}, options};
   const Provider* provider = providerFor(kind);
@@ -29,10 +31,23 @@ QString outcome(const QString& kind, const Options& options, const QString& cred
   QString shown;
   const auto run = [&]() -> QCoro::Task<> {
     try {
+      if (pressed) {
+        const QString result = co_await actAt(*provider, widget, *pressed, session, {});
+        shown = u"done "_s + result;
+        co_return;
+      }
       const RemoteValue value = co_await fetchFrom(*provider, widget, session, {});
       shown = told(value);
     } catch (const DomainError& error) {
       shown = error.message();
+      // What is wrong with an option is said at a line of the form.
+      if (const auto* about = dynamic_cast<const OptionError*>(&error)) {
+        const QList<ProviderField> fields = provider->fields(kind);
+        EXPECT_TRUE(std::ranges::find(fields, about->key, &ProviderField::key) != fields.end())
+            << about->key.toStdString();
+      } else if (!pressed) {
+        EXPECT_FALSE(session->asked.isEmpty()) << "no option is to blame: " << shown.toStdString();
+      }
     } catch (const ServiceHTTPError& error) {
       shown = error.errorDescription();
     }
@@ -126,6 +141,7 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
        {},
        uR"({"data":[{"id":"1","currency":"eur","net":1}]})"_s,
        u"Stripe returned an incomplete balance transaction."_s},
+      {u"cryptoChart"_s, {}, uR"({"bitcoin":{"usd":1}})"_s, u"CoinGecko did not return valid price history."_s},
       {u"cryptoQuote"_s, {}, u"{}"_s, u"CoinGecko did not return bitcoin. Check the coin ID."_s},
       {u"revenueDodoPayments"_s,
        {},
@@ -150,6 +166,12 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
        uR"({"error":{"code":"access_token_invalid"}})"_s,
        u"TikTok could not read the account. Check token scopes and expiry."_s},
       {u"claudePlanUsage"_s, {}, uR"({"five_hour":{"utilization":120}})"_s, u"Invalid usage percentage."_s},
+      // What is not measured is left out.
+      {u"claudePlanUsage"_s,
+       {},
+       uR"({"seven_day_sonnet":{"utilization":25},"seven_day_opus":null})"_s,
+       u"75% | Remaining · Sonnet · 7 days | Sonnet · 7 days · 25% used · reset unavailable | Sonnet · 7 days=75% left "
+       u"|  |  | claude.seven_day_sonnet Sonnet · 7 days 25% 10080 never"_s},
       {u"claudePlanUsage"_s, {}, u"{}"_s, u"This account has not reported readable usage windows."_s},
       {u"openCodeUsage"_s, {}, u"{}"_s, u"OpenCode did not return Go usage windows."_s},
       {u"glmUsage"_s, {}, u"{}"_s, u"Z.ai did not return Coding Plan quotas."_s},
@@ -222,6 +244,11 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
        uR"({"has_more":false,"data":[{"id":"1","created_at":"2026-13-40T00:00:00Z"}]})"_s,
        emails},
       {u"analyticsResend"_s, {}, uR"({"has_more":false,"data":[{"id":"1","created_at":1795515840}]})"_s, emails},
+      // Pages without an end and without an order, and a sum in no currency.
+      {u"shopifyRevenue"_s, shop,
+       uR"({"data":{"orders":{"nodes":[],"pageInfo":{"hasNextPage":true,"endCursor":"c%1"}}}})"_s, unexpected},
+      {u"shopifyRevenue"_s, shop, uR"({"data":{"orders":{"nodes":[],"pageInfo":{"hasNextPage":false}}}})"_s,
+       unexpected},
       {u"shopifyRevenue"_s, shop,
        uR"({"data":{"orders":{"nodes":[{"id":"1","createdAt":"today","currentTotalPriceSet":{"shopMoney":{"amount":"1","currencyCode":"USD"}}}]}}})"_s,
        u"Shopify returned an incomplete order metric."_s},
@@ -236,7 +263,8 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
   for (const auto& each : cases) {
     QStringList requests;
     EXPECT_EQ(outcome(
-                  each.kind, each.options, u"key"_s, [&](int) { return each.answer; }, requests),
+                  each.kind, each.options, u"key"_s,
+                  [&](int index) { return QString(each.answer).replace(u"%1"_s, QString::number(index)); }, requests),
               each.sentence)
         << each.kind.toStdString() << each.answer.toStdString();
   }
@@ -324,6 +352,10 @@ TEST_F(Conversations, BeginWithOptionsAndCredentialsThatCanBeUsed) {
        u"Add a valid Claude Code OAuth access token in Connection Settings."_s},
       {u"glmUsage"_s, {}, u""_s, u"Add a valid coding plan api key in Connection Settings."_s},
       {u"cursorPersonalUsage"_s, {}, u"a;b"_s, u"Enter only the Cursor session token value."_s},
+      {u"cursorPersonalUsage"_s, {}, u""_s, u"Add a valid WorkosCursorSessionToken value in Connection Settings."_s},
+      {u"analyticsCursorUsage"_s, {}, u" "_s, u"Add a valid Cursor Team Admin API key in Connection Settings."_s},
+      {u"copilotUsage"_s, {}, u""_s, u"Add a valid GitHub token with Copilot access in Connection Settings."_s},
+      {u"openCodeUsage"_s, {}, u""_s, u"Add a valid coding plan api key in Connection Settings."_s},
   };
   for (const auto& each : cases) {
     QStringList requests;
@@ -480,18 +512,20 @@ TEST_F(Conversations, StopAtTheirLastPageAndSaySo) {
   for (const PagedList& list : lists) {
     SCOPED_TRACE(list.kind.toStdString() + " of " + std::to_string(list.size));
     const int whole = list.pages * list.size;
-    const int below = whole - list.size + 7;
     qsizetype asked = 0;
     const QString cut = list.read(list.size, true, asked);
     EXPECT_TRUE(cut.startsWith(list.mark + list.headline.arg(whole) + u" | "_s) && cut.endsWith(list.cut))
         << cut.toStdString();
-    // Of a list that says nothing the page behind the last one is looked at.
-    EXPECT_EQ(asked, list.pages + (list.isBlind() ? 1 : 0));
-    const QString full = list.read(list.size, false, asked);
-    EXPECT_TRUE(full.startsWith(list.headline.arg(whole) + u" | "_s) && !full.endsWith(list.cut)) << full.toStdString();
-    const QString less = list.read(7, false, asked);
-    EXPECT_TRUE(less.startsWith(list.headline.arg(below) + u" | "_s) && !less.endsWith(list.cut)) << less.toStdString();
     EXPECT_EQ(asked, list.pages);
+    // A full page of a list that says nothing may have another behind it.
+    const QString full = list.read(list.size, false, asked);
+    EXPECT_EQ(full.endsWith(list.cut), list.isBlind()) << full.toStdString();
+    for (const int last : {list.isBlind() ? list.size / 2 - 1 : list.size - 1, 7}) {
+      const QString less = list.read(last, false, asked);
+      EXPECT_TRUE(less.startsWith(list.headline.arg(whole - list.size + last) + u" | "_s) && !less.endsWith(list.cut))
+          << less.toStdString();
+      EXPECT_EQ(asked, list.pages);
+    }
     if (list.lost.isEmpty()) continue;
     EXPECT_EQ(list.readTo(u"c"_s).toStdString(), list.lost.toStdString());
     if (list.frame.contains(u"%3"_s)) {
@@ -512,8 +546,59 @@ TEST_F(Conversations, MakeAtMostThirtyRequests) {
       },
       requests);
   EXPECT_TRUE(shown.startsWith(u"2000 | "_s)) << shown.toStdString();
-  EXPECT_EQ(requests.size(), 23);
+  EXPECT_EQ(requests.size(), 22);
   for (const Provider& row : allProviders()) EXPECT_LE(row.limits.pages, 30) << row.id.toStdString();
+}
+
+TEST(ProviderActions, AreOneRequestOfWhatTheFormAllows) {
+  const auto home = [](const QString& entity, const QString& control) {
+    return Options{{u"connectionMode"_s, u"native"_s},
+                   {u"server"_s, u"https://home.example"_s},
+                   {u"entity"_s, entity},
+                   {u"control"_s, control}};
+  };
+  const Options native{{u"connectionMode"_s, u"native"_s}};
+  const QString toggle =
+      uR"(POST https://home.example/api/services/homeassistant/toggle Bearer key {"entity_id":"%1"})"_s;
+  const QString link = uR"(POST https://api.dub.co/links Bearer key {"url":"https://one.example/a%20b"})"_s;
+  const QString page = u"https://one.example/a b"_s;
+  const QString refused = u"The form of this widget does not allow that."_s;
+  const struct {
+    QString kind;
+    Options options;
+    QString text, asked, answer, outcome;
+  } cases[] = {
+      {u"homeAssistant"_s, home(u"light.hall"_s, u"true"_s), {}, toggle.arg(u"light.hall"_s), u"[]"_s, u"done "_s},
+      {u"homeAssistant"_s,
+       home(u"switch.fan"_s, u"true"_s),
+       {},
+       toggle.arg(u"switch.fan"_s),
+       u"503"_s,
+       u"The service is temporarily unavailable (HTTP 503). Try again later."_s},
+      {u"homeAssistant"_s, home(u"light.hall"_s, {}), {}, {}, {}, refused},
+      {u"homeAssistant"_s, home(u"light.hall"_s, u"1"_s), {}, {}, {}, refused},
+      {u"homeAssistant"_s, home(u"lock.door"_s, u"true"_s), {}, {}, {}, refused},
+      {u"homeAssistant"_s,
+       home(u"light.hall/../lock.door"_s, u"true"_s),
+       {},
+       {},
+       {},
+       u"Enter an entity ID such as sensor.temperature."_s},
+      {u"dubShortener"_s, native, page, link, uR"({"shortLink":"https://dub.sh/x"})"_s, u"done https://dub.sh/x"_s},
+      {u"dubShortener"_s, native, page, link, uR"({"shortLink":"javascript:1"})"_s,
+       u"Dub did not return a short link."_s},
+      {u"dubShortener"_s, native, u"one.example"_s, {}, {}, u"Enter a web address to shorten."_s},
+      {u"dubShortener"_s, native, u"javascript:alert(1)"_s, {}, {}, u"Enter a web address to shorten."_s},
+      {u"dubShortener"_s, {}, page, {}, {}, refused},
+      {u"analyticsDubOverview"_s, native, page, {}, {}, refused},
+  };
+  for (const auto& each : cases) {
+    QStringList requests;
+    const QString came = outcome(
+        each.kind, each.options, u"key"_s, [&](int) { return each.answer; }, requests, each.text);
+    EXPECT_EQ(came.toStdString(), each.outcome.toStdString());
+    EXPECT_EQ(requests.join(u'|').toStdString(), each.asked.toStdString());
+  }
 }
 
 }  // namespace

@@ -209,7 +209,8 @@ QList<Conversation> ofMoneyAndMarkets() {
       {u"shopifyRevenue"_s,
        {{u"shop"_s, u"tarn.myshopify.com"_s}, {u"shopifyReportMode"_s, u"orders"_s}},
        {{u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key "
-         "{\"query\":\"query($first:Int!,$after:String,$filter:String){orders(first:$first,after:$after,query:$filter,"
+         "{\"query\":\"query($first:Int!,$after:String,$filter:String){shop{currencyCode}orders(first:$first,after:$"
+         "after,query:$filter,"
          "sortKey:CREATED_AT,reverse:true){nodes{id createdAt currentTotalPriceSet{shopMoney{amount "
          "currencyCode}}}pageInfo{hasNextPage "
          "endCursor}}}\",\"variables\":{\"after\":null,\"filter\":\"created_at:>='2026-11-"

@@ -18,9 +18,10 @@ const QString kCoinPage = u"https://www.coingecko.com/en/coins/"_s;
 void normaliseCoins(DockWidget& widget) {
   OptionRules options(widget);
   const QStringList coins = ProviderData::listed(options.trimmed(option::coin, u"bitcoin"_s));
-  require(!coins.isEmpty() && coins.size() <= kMostCoins &&
-              std::ranges::all_of(coins, [](const QString& id) { return ProviderData::identifier(id); }),
-          ServiceWords::tr("Enter up to 12 CoinGecko coin IDs separated by commas."));
+  OptionRules::require(option::coin,
+                       !coins.isEmpty() && coins.size() <= kMostCoins &&
+                           std::ranges::all_of(coins, [](const QString& id) { return ProviderData::identifier(id); }),
+                       ServiceWords::tr("Enter up to 12 CoinGecko coin IDs separated by commas."));
   options.set(option::coin, coins.join(u','));
   options.set(option::dashboard, kCoinPage + coins.first());
 }

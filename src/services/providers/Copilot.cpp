@@ -44,7 +44,9 @@ Provider copilot() {
       .page = u"https://github.com/settings/copilot"_s,
       .credential = {.label = token,
                      .placeholder = u"gho_…"_s,
-                     .explanation = ServiceWords::tr("A token of the account that has the plan."),
+                     .explanation =
+                         ServiceWords::tr("A token of the account that has the plan, as “gh auth token” prints it."),
+                     .page = QUrl(u"https://github.com/settings/copilot"_s),
                      .missing = UsageReport::missing(token),
                      .isOneWord = true},
       .topics = {{.kinds = {{kind::copilotUsage}},

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kTeamDays = 30;
+constexpr qint64 kMostEvents = 3000;
 
 struct TeamUsage {
   qint64 requests = 0;
@@ -57,6 +58,7 @@ QCoro::Task<RemoteValue> fetchTeam(ProviderRequest request, std::stop_token stop
     const QJsonValue hasNext = body[u"pagination"][u"hasNextPage"];
     require(hasNext.isBool(), noTeamUsage());
     countEvents(ProviderData::list(body, u"usageEvents"_s, noTeamUsage()), usage);
+    if (hasNext.toBool() && usage.requests >= kMostEvents) break;
     pages.goOn(hasNext.toBool());
   }
   const QString charged = Money::text(usage.cents / 100, u"USD"_s);

@@ -28,7 +28,7 @@ QCoro::Task<RemoteValue> fetchDodo(ProviderRequest request, std::stop_token stop
                                              {u"created_at_lte"_s, now.toString(Qt::ISODate)}});
     const QJsonValue body = co_await request.answer(call, stop);
     const QJsonArray rows = ProviderData::list(body, u"items"_s, noEntries);
-    if (!pages.counts(rows.size(), request.limits.pageSize)) continue;
+    pages.goOn(rows.size(), request.limits.pageSize);
     ProviderData::add(net, ProviderData::ledgerNet(rows, currency), noEntries);
     count += rows.size();
   }

@@ -15,8 +15,8 @@ void normaliseDropbox(DockWidget& widget) {
   QString path = options.trimmed(option::dropboxPath);
   while (path.size() > 1 && path.endsWith(u'/')) path.chop(1);
   options.set(option::dropboxPath, path);
-  require(path.isEmpty() || path.startsWith(u'/'),
-          ServiceWords::tr("A Dropbox folder path starts with /, or is empty for root."));
+  OptionRules::require(option::dropboxPath, path.isEmpty() || path.startsWith(u'/'),
+                       ServiceWords::tr("A Dropbox folder path starts with /, or is empty for root."));
   options.set(option::dashboard, folderPage(path));
 }
 

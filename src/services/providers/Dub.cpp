@@ -1,3 +1,4 @@
+#include "base/ForeignText.h"
 #include "services/providers/ProviderRow.h"
 #include "services/providers/Providers.h"
 
@@ -25,6 +26,20 @@ QCoro::Task<RemoteValue> fetchLinks(ProviderRequest request, std::stop_token sto
   co_return value;
 }
 
+ServiceCall linkCall(const ProviderRequest& request, const QString& text) {
+  const QUrl address(text, QUrl::TolerantMode);
+  require(ForeignText::mayOpen(address), ServiceWords::tr("Enter a web address to shorten."));
+  ServiceCall call = request.call(u"/links"_s);
+  call.body = QJsonObject{{u"url"_s, QString::fromLatin1(address.toEncoded())}};
+  return call;
+}
+
+QString shortLink(const QJsonValue& answer) {
+  const QString link = answer[u"shortLink"].toString();
+  require(ForeignText::mayOpen(QUrl(link)), ServiceWords::tr("Dub did not return a short link."));
+  return link;
+}
+
 }  // namespace
 
 Provider dub() {
@@ -36,14 +51,18 @@ Provider dub() {
       .credential = {.label = ServiceWords::tr("API key"),
                      .placeholder = u"dub_…"_s,
                      .explanation = ServiceWords::tr("A key of the workspace with the scopes “analytics.read” and "
-                                                     "“links.read”."),
+                                                     "“links.read”; “links.write” too to make links."),
                      .page = QUrl(u"https://app.dub.co/settings/tokens"_s),
                      .missing = ProviderRow::addProviderCredential()},
       .topics = {{.kinds = {{kind::analyticsDubOverview}},
                   .explanation = ServiceWords::tr("Clicks on the links of a workspace in the last seven days."),
                   .fetch = fetchClicks},
                  {.kinds = {{kind::dubShortener}},
-                  .explanation = ServiceWords::tr("The latest short links of a workspace."),
+                  .explanation = ServiceWords::tr("The latest short links of a workspace; its panel makes one."),
+                  .action = ProviderAction{.button = ServiceWords::tr("Shorten"),
+                                           .placeholder = ServiceWords::tr("Address to shorten"),
+                                           .call = linkCall,
+                                           .result = shortLink},
                   .fetch = fetchLinks}},
   };
 }

@@ -52,7 +52,10 @@ Provider glm() {
       .normalise = normaliseGLM,
       .topics = {{.kinds = {{kind::glmUsage}},
                   .explanation = ServiceWords::tr("How much of a GLM Coding Plan is left."),
-                  .fields = {{option::region, ServiceWords::tr("Region (global or china)"), u"global"_s}},
+                  .fields = {{.key = option::region,
+                              .label = ServiceWords::tr("Region"),
+                              .values = {u"global"_s, kChina},
+                              .words = {ServiceWords::tr("Global"), ServiceWords::tr("China")}}},
                   .fetch = fetchGLM}},
   };
 }

@@ -34,25 +34,31 @@ void normaliseGitHub(DockWidget& widget) {
   OptionRules options(widget);
   const QString noRepository = ServiceWords::tr("Enter a repository as owner/repository.");
   if (showsContributions(widget.kind)) {
-    require(ProviderData::identifier(options.trimmed(option::username)), ServiceWords::tr("Enter a GitHub username."));
+    const QString username = options.trimmed(option::username);
+    OptionRules::require(option::username, ProviderData::identifier(username),
+                         ServiceWords::tr("Enter a GitHub username."));
+    options.set(option::dashboard, kSite + u'/' + username);
     return;
   }
   const QString repository = options.trimmed(option::repository);
   if (showsOverview(widget.kind)) {
-    options.set(option::field, kUnread);
-    require(repository.isEmpty() || isRepository(repository), noRepository);
+    OptionRules::require(option::repository, repository.isEmpty() || isRepository(repository), noRepository);
     return;
   }
   const QString field = options.trimmed(option::field, kUnread);
   if (field == kUnread) return;
-  require(kRepositoryMetrics.contains(field), ServiceWords::tr("Choose a supported GitHub metric."));
-  require(!repository.isEmpty(), ServiceWords::tr("Enter a repository for this metric."));
-  require(isRepository(repository), noRepository);
+  OptionRules::require(option::field, kRepositoryMetrics.contains(field),
+                       ServiceWords::tr("Choose a supported GitHub metric."));
+  OptionRules::require(option::repository, !repository.isEmpty(),
+                       ServiceWords::tr("Enter a repository for this metric."));
+  OptionRules::require(option::repository, isRepository(repository), noRepository);
+  options.set(option::dashboard, kSite + u'/' + repository);
 }
 
 /// What belongs to nobody can be read without a credential.
 bool readsAccount(const DockWidget& widget) {
-  return showsContributions(widget.kind) || widget.options.value(option::field) == kUnread;
+  return showsContributions(widget.kind) || showsOverview(widget.kind) ||
+         widget.options.value(option::field) == kUnread;
 }
 
 ServiceCall graphql(const ProviderRequest& request, const QString& query) {
@@ -97,7 +103,7 @@ QCoro::Task<RemoteValue> fetchNotifications(ProviderRequest request, std::stop_t
                                            {u"page"_s, QString::number(pages.page())}});
     const QJsonValue body = co_await request.answer(call, stop);
     const QJsonArray page = ProviderData::list(body, {}, ServiceWords::tr("GitHub did not return notifications."));
-    if (!pages.counts(page.size(), kFullPage)) continue;
+    pages.goOn(page.size(), kFullPage);
     for (const QJsonValue& row : page) rows << notification(row);
   }
   RemoteValue value = request.shown(QString::number(rows.size()), ServiceWords::tr("Unread notifications"));
@@ -170,7 +176,12 @@ Provider gitHub() {
                   .fetch = fetchAccount},
                  {.kinds = {{u"GitHub"_s, Contains}},
                   .explanation = ServiceWords::tr("Unread notifications, or a figure of a repository."),
-                  .fields = {{option::field, ServiceWords::tr("Metric"), kUnread}, repository},
+                  .fields = {{.key = option::field,
+                              .label = ServiceWords::tr("Metric"),
+                              .values = {kUnread, u"stargazers_count"_s, u"forks"_s, u"open_issues_count"_s},
+                              .words = {ServiceWords::tr("Unread"), ServiceWords::tr("Stars"),
+                                        ServiceWords::tr("Forks"), ServiceWords::tr("Issues")}},
+                             repository},
                   .fetch = fetchMetric}},
   };
 }

@@ -68,7 +68,7 @@ Provider gmail() {
       .credential = {.label = ServiceWords::tr("Google sign-in"),
                      .explanation =
                          ServiceWords::tr("Needs an OAuth client of your own, of the type “Desktop app”, in a "
-                                          "project with the Gmail API on."),
+                                          "project with the Gmail API on; it asks for “gmail.readonly”."),
                      .page = QUrl(u"https://console.cloud.google.com/apis/credentials"_s),
                      .missing = ProviderRow::addProviderCredential()},
       .signIn = OAuthProvider{.id = u"gmail"_s,

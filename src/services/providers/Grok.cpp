@@ -28,7 +28,8 @@ Provider grok() {
       .address = ProviderRow::at(ServiceHost::Grok),
       .page = u"https://grok.com"_s,
       .credential = {.label = token,
-                     .explanation = ServiceWords::tr("The access token that the command line program keeps."),
+                     .explanation = ServiceWords::tr(
+                         "The access token that the Grok command line program keeps once you signed in to it."),
                      .missing = UsageReport::missing(token),
                      .isOneWord = true},
       .topics = {{.kinds = {{kind::grokUsage}},

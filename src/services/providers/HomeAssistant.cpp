@@ -13,13 +13,17 @@ void normaliseHome(DockWidget& widget) {
   OptionRules options(widget);
   QString server = options.trimmed(option::server);
   while (server.endsWith(u'/')) server.chop(1);
-  const QUrl address = ProviderData::url(server);
-  require(!address.hasQuery() && !address.hasFragment(), ServiceWords::tr("Enter a valid HTTPS service address."));
+  try {
+    const QUrl address = ProviderData::url(server);
+    require(!address.hasQuery() && !address.hasFragment(), ServiceWords::tr("Enter a valid HTTPS service address."));
+  } catch (const DomainError& fault) {
+    throw OptionError(option::server, fault.message());
+  }
   options.set(option::server, server);
   options.set(option::endpoint, server);
   options.set(option::dashboard, server);
-  require(OptionRules::matches(options.trimmed(option::entity), "[a-z0-9_]+\\.[a-z0-9_]+"),
-          ServiceWords::tr("Enter an entity ID such as sensor.temperature."));
+  OptionRules::require(option::entity, OptionRules::matches(options.trimmed(option::entity), "[a-z0-9_]+\\.[a-z0-9_]+"),
+                       ServiceWords::tr("Enter an entity ID such as sensor.temperature."));
 }
 
 QCoro::Task<RemoteValue> fetchEntity(ProviderRequest request, std::stop_token stop) {
@@ -35,6 +39,19 @@ QCoro::Task<RemoteValue> fetchEntity(ProviderRequest request, std::stop_token st
   co_return request.shown(unit.isEmpty() ? state : state + u' ' + unit, name.isEmpty() ? entity : name);
 }
 
+/// Nothing else is switched: an entity may open a door.
+bool isSwitchable(const DockWidget& widget) {
+  const QString entity = widget.options.value(option::entity);
+  return widget.options.value(option::control) == value::on &&
+         (entity.startsWith("light."_L1) || entity.startsWith("switch."_L1));
+}
+
+ServiceCall toggleCall(const ProviderRequest& request, const QString&) {
+  ServiceCall call = request.call(u"/api/services/homeassistant/toggle"_s);
+  call.body = QJsonObject{{u"entity_id"_s, request.option(option::entity)}};
+  return call;
+}
+
 }  // namespace
 
 Provider homeAssistant() {
@@ -42,13 +59,21 @@ Provider homeAssistant() {
       .id = u"homeassistant"_s,
       .name = u"Home Assistant"_s,
       .credential = {.label = ServiceWords::tr("Long-lived access token"),
-                     .explanation = ServiceWords::tr("A token from the page “Security” of your profile there."),
+                     .explanation =
+                         ServiceWords::tr("Made there in your profile, at “Security”; it may do what you may do."),
                      .missing = ProviderRow::addProviderCredential()},
       .normalise = normaliseHome,
       .topics = {{.kinds = {{kind::homeAssistant}},
                   .explanation = ServiceWords::tr("The state of one entity of your own Home Assistant."),
                   .fields = {{option::server, ServiceWords::tr("Server address"), u"https://homeassistant.example"_s},
-                             {option::entity, ServiceWords::tr("Entity ID"), u"sensor.temperature"_s}},
+                             {option::entity, ServiceWords::tr("Entity ID"), u"sensor.temperature"_s},
+                             {.key = option::control,
+                              .label = ServiceWords::tr("Switch it from the panel"),
+                              .help = ServiceWords::tr("For a light or a switch: a button in its panel toggles it."),
+                              .values = {value::on}}},
+                  .action =
+                      ProviderAction{
+                          .button = ServiceWords::tr("Toggle"), .isAllowed = isSwitchable, .call = toggleCall},
                   .fetch = fetchEntity}},
   };
 }

@@ -11,7 +11,7 @@ namespace {
 void normalisePlausible(DockWidget& widget) {
   OptionRules options(widget);
   const QString site = options.trimmed(option::site);
-  require(!site.isEmpty(), ServiceWords::tr("Enter your Plausible site domain."));
+  OptionRules::require(option::site, !site.isEmpty(), ServiceWords::tr("Enter your Plausible site domain."));
   options.set(option::dashboard, "https://plausible.io/"_L1 + ProviderData::encoded(site));
 }
 

@@ -50,7 +50,12 @@ class OptionRules {
   /// A code of three letters, in the case in which the service writes them: that of `usual`.
   void currency(const QString& usual) {
     const char* form = usual.isUpper() ? "[A-Z]{3}" : "[a-z]{3}";
-    require(matches(trimmed(option::currency, usual), form), ServiceWords::tr("Enter a three-letter currency code."));
+    require(option::currency, matches(trimmed(option::currency, usual), form),
+            ServiceWords::tr("Enter a three-letter currency code."));
+  }
+  /// Throws OptionError where something about an option does not hold.
+  static void require(QLatin1StringView key, bool holds, const QString& sentence) {
+    if (!holds) throw OptionError(key, sentence);
   }
   static bool matches(const QString& text, const char* form) {
     return QRegularExpression(QRegularExpression::anchoredPattern(QString::fromLatin1(form))).match(text).hasMatch();

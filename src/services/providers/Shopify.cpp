@@ -16,14 +16,15 @@ const QString kAdminPath = u"/admin/api/2026-10/graphql.json"_s;
 void normaliseShopify(DockWidget& widget) {
   OptionRules options(widget);
   const QString shop = options.trimmed(option::shop);
-  require(OptionRules::matches(shop, "[a-z0-9][a-z0-9-]*\\.myshopify\\.com"),
-          ServiceWords::tr("Enter the store’s exact Shopify domain, such as your-store.myshopify.com."));
+  OptionRules::require(option::shop, OptionRules::matches(shop, "[a-z0-9][a-z0-9-]*\\.myshopify\\.com"),
+                       ServiceWords::tr("Enter the store’s exact Shopify domain, such as your-store.myshopify.com."));
   options.set(option::endpoint, "https://"_L1 + shop);
   options.set(option::dashboard, "https://"_L1 + shop + "/admin"_L1);
   options.trimmed(option::shopifyReportMode, u"analytics"_s);
   selectedReportMode(widget);
   const QString days = options.trimmed(option::periodDays, u"7"_s);
-  require(OptionRules::matches(days, "1|7|30"), ServiceWords::tr("Choose a period of 1, 7, or 30 days."));
+  OptionRules::require(option::periodDays, OptionRules::matches(days, "1|7|30"),
+                       ServiceWords::tr("Choose a period of 1, 7, or 30 days."));
 }
 
 ServiceCall adminCall(const ProviderRequest& request, const QString& query, const QJsonObject& variables) {
@@ -43,13 +44,21 @@ ServiceCall ordersCall(const ProviderRequest& request, const ShopifyReportPeriod
   const QString since = period.beginOf(period.previousFirst).toUTC().toString(Qt::ISODate);
   return adminCall(
       request,
-      u"query($first:Int!,$after:String,$filter:String){orders(first:$first,after:$after,query:$filter,"
+      u"query($first:Int!,$after:String,$filter:String){shop{currencyCode}orders(first:$first,after:$after,query:$"
+      u"filter,"
       u"sortKey:CREATED_AT,reverse:true){nodes{id createdAt currentTotalPriceSet{shopMoney{amount currencyCode}}}"
       u"pageInfo{hasNextPage endCursor}}}"_s,
       {{u"first"_s, request.limits.pageSize},
        {u"after"_s, cursor.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(cursor)},
        {u"filter"_s,
         u"created_at:>='%1' AND (financial_status:paid OR financial_status:partially_refunded)"_s.arg(since)}});
+}
+
+/// In which the store counts. No sum is shown in one that nobody named.
+QString currencyOf(const QJsonValue& answer) {
+  const QString code = answer[u"data"][u"shop"][u"currencyCode"].toString();
+  require(OptionRules::matches(code, "[A-Z]{3}"), ProviderRow::unexpected());
+  return code;
 }
 
 QString periodWords(int days) {
@@ -62,7 +71,7 @@ QCoro::Task<RemoteValue> fetchReport(ProviderRequest request, ShopifyReportPerio
   const ServiceCall second = reportCall(request, period.trendQuery());
   const QJsonValue trend = co_await request.answer(second, stop);
   const ShopifyAnalyticsReport report = ShopifyAnalyticsReport::decode(summary, trend, period);
-  const QString currency = summary[u"data"][u"shop"][u"currencyCode"].toString(u"USD"_s);
+  const QString currency = currencyOf(summary);
   const auto money = [&currency](const ExactDecimal& amount) { return Money::text(amount, currency); };
   RemoteValue value = request.shown(money(report.total), periodWords(period.days));
   value.metrics = {{ServiceWords::tr("Net sales"), money(report.net)},
@@ -75,10 +84,12 @@ QCoro::Task<RemoteValue> fetchReport(ProviderRequest request, ShopifyReportPerio
 
 QCoro::Task<RemoteValue> fetchOrders(ProviderRequest request, ShopifyReportPeriod period, std::stop_token stop) {
   QList<OrderMetric> orders;
+  QJsonObject answer;
   Paging pages(request.limits);
   while (pages.next(stop)) {
     const ServiceCall call = ordersCall(request, period, pages.cursor());
     const QJsonObject body = co_await request.object(call, stop);
+    answer = body;
     const QJsonValue list = body[u"data"][u"orders"];
     for (const QJsonValue& node : ProviderData::list(list, u"nodes"_s, ProviderRow::unexpected())) {
       OrderMetric order = OrderMetric::decode(node);
@@ -94,9 +105,10 @@ QCoro::Task<RemoteValue> fetchOrders(ProviderRequest request, ShopifyReportPerio
   const OrderSummary previous = OrderSummary::aggregate(orders, period.previousFirst, period.days, period.zone);
   require(current.currency.isEmpty() || previous.currency.isEmpty() || current.currency == previous.currency,
           ServiceWords::tr("The order response contains mixed shop currencies; no combined total is shown."));
-  const QString currency = current.currency.isEmpty() ? u"USD"_s : current.currency;
+  QString currency = current.currency.isEmpty() ? previous.currency : current.currency;
+  if (currency.isEmpty()) currency = currencyOf(answer);
   // The newest come first: a list that was cut short before the period began has all of it.
-  const bool isCut = pages.isPartial() && orders.last().created >= period.beginOf(period.first);
+  const bool isCut = pages.isPartial() && (orders.isEmpty() || orders.last().created >= period.beginOf(period.first));
   const QString total = Money::text(current.total, currency);
   RemoteValue value = request.shown(isCut ? ServiceWords::tr("Partial · ") + total : total, periodWords(period.days));
   value.metrics = {{ServiceWords::tr("Orders"), QString::number(current.count)}};
@@ -136,8 +148,15 @@ Provider shopify() {
           {{.kinds = {{kind::shopifyRevenue}, {kind::shopifyOverview}, {kind::shopifyTrends}},
             .explanation = ServiceWords::tr("Sales of a store, by its own analytics or as the sum of its paid orders."),
             .fields = {{option::shop, ServiceWords::tr("Store domain"), u"your-store.myshopify.com"_s},
-                       {option::shopifyReportMode, ServiceWords::tr("Report (analytics or orders)"), u"analytics"_s},
-                       {option::periodDays, ServiceWords::tr("Days (1, 7 or 30)"), u"7"_s}},
+                       {.key = option::shopifyReportMode,
+                        .label = ServiceWords::tr("Report"),
+                        .values = {u"analytics"_s, u"orders"_s},
+                        .words = {ServiceWords::tr("Analytics"), ServiceWords::tr("Paid orders")}},
+                       {.key = option::periodDays,
+                        .label = ServiceWords::tr("Period"),
+                        .values = {u"1"_s, u"7"_s, u"30"_s},
+                        .words = {ServiceWords::tr("Today"), ServiceWords::tr("7 days"), ServiceWords::tr("30 days")},
+                        .usual = 1}},
             .fetch = fetchSales}},
   };
 }

@@ -51,7 +51,8 @@ QList<double> dailyOf(const QList<QJsonObject>& rows, const ShopifyReportPeriod&
 ShopifyReportMode selectedReportMode(const DockWidget& widget) {
   const QString mode = widget.options.value(option::shopifyReportMode);
   if (mode == "orders"_L1) return ShopifyReportMode::Orders;
-  require(mode.isEmpty() || mode == "analytics"_L1, ServiceWords::tr("Choose Shopify Analytics or paid-order totals."));
+  OptionRules::require(option::shopifyReportMode, mode.isEmpty() || mode == "analytics"_L1,
+                       ServiceWords::tr("Choose Shopify Analytics or paid-order totals."));
   return ShopifyReportMode::Analytics;
 }
 

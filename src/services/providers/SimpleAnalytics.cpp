@@ -12,8 +12,8 @@ constexpr int kSimpleDays = 7;
 void normaliseSimple(DockWidget& widget) {
   OptionRules options(widget);
   const QString site = options.trimmed(option::site);
-  require(!site.isEmpty() && !site.contains(u'/') && !site.contains(".."_L1),
-          ServiceWords::tr("Enter your site’s domain without a path."));
+  OptionRules::require(option::site, !site.isEmpty() && !site.contains(u'/') && !site.contains(".."_L1),
+                       ServiceWords::tr("Enter your site’s domain without a path."));
   options.set(option::dashboard, "https://simpleanalytics.com/"_L1 + ProviderData::encoded(site));
 }
 

@@ -17,8 +17,8 @@ const QString kSource = u" · Twelve Data"_s;
 void normaliseStocks(DockWidget& widget) {
   OptionRules options(widget);
   const QStringList symbols = ProviderData::listed(options.trimmed(option::symbols, u"AAPL"_s).toUpper());
-  require(!symbols.isEmpty() && symbols.size() <= kMostSymbols,
-          ServiceWords::tr("Enter up to 12 stock symbols separated by commas."));
+  OptionRules::require(option::symbols, !symbols.isEmpty() && symbols.size() <= kMostSymbols,
+                       ServiceWords::tr("Enter up to 12 stock symbols separated by commas."));
   options.set(option::symbols, symbols.join(u','));
 }
 

@@ -13,8 +13,8 @@ constexpr double kGigabyte = 1e9;
 void normaliseSupabase(DockWidget& widget) {
   OptionRules options(widget);
   const QString reference = options.trimmed(option::projectRef);
-  require(OptionRules::matches(reference, "[a-z]{20}"),
-          ServiceWords::tr("Enter the 20-letter Supabase project reference."));
+  OptionRules::require(option::projectRef, OptionRules::matches(reference, "[a-z]{20}"),
+                       ServiceWords::tr("Enter the 20-letter Supabase project reference."));
   options.set(option::dashboard, "https://supabase.com/dashboard/project/"_L1 + reference);
 }
 

@@ -11,7 +11,7 @@ void normaliseX(DockWidget& widget) {
   OptionRules options(widget);
   QString username = options.trimmed(option::username);
   if (username.startsWith(u'@')) username.remove(0, 1);
-  require(!username.isEmpty(), ServiceWords::tr("Enter an X username."));
+  OptionRules::require(option::username, !username.isEmpty(), ServiceWords::tr("Enter an X username."));
   options.set(option::username, username);
   options.set(option::dashboard, "https://x.com/"_L1 + ProviderData::encoded(username));
 }

@@ -10,7 +10,7 @@ namespace {
 void normaliseYouTube(DockWidget& widget) {
   OptionRules options(widget);
   const QString channel = options.trimmed(option::channel);
-  require(!channel.isEmpty(), ServiceWords::tr("Enter a YouTube handle."));
+  OptionRules::require(option::channel, !channel.isEmpty(), ServiceWords::tr("Enter a YouTube handle."));
   const QString handle = channel.startsWith(u'@') ? channel : u'@' + channel;
   options.set(option::dashboard, "https://www.youtube.com/"_L1 + ProviderData::encoded(handle, "@"));
 }

@@ -43,6 +43,11 @@ void CredentialField::setKept(bool kept) {
   showState();
 }
 
+void CredentialField::setExample(const QString& example) {
+  placeholder_ = example;
+  showState();
+}
+
 void CredentialField::forgetTyped() {
   const QSignalBlocker quiet(line_);
   line_->clear();

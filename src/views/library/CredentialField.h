@@ -29,6 +29,8 @@ class CredentialField final : public FieldControl {
   bool isRemoving() const { return isRemoving_; }
   /// Whether there is anything to do when the form is saved.
   bool isTouched() const { return isRemoving_ || !value().isEmpty(); }
+  /// What one looks like.
+  void setExample(const QString& example);
   /// Forgets what is typed.
   void forgetTyped();
 

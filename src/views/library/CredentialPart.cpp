@@ -72,6 +72,8 @@ void CredentialPart::follow(const DockWidget& stored, const DockWidget& edited) 
   showState();
 }
 
+void CredentialPart::setExample(const QString& example) { field_.setExample(example); }
+
 void CredentialPart::setUsual(const QString& help) {
   usual_ = help;
   showState();

@@ -28,6 +28,8 @@ class CredentialPart final : public QObject {
   CredentialPart(Connections& connections, CredentialField& field, FormRow& row);
   ~CredentialPart() override;
 
+  /// What a credential looks like, for the empty line.
+  void setExample(const QString& example);
   /// What stands below the label where there is nothing else to say; empty for what stands there by itself.
   void setUsual(const QString& help);
   /// What the widget is in the settings, and in the form now.

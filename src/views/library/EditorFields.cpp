@@ -50,6 +50,11 @@ QList<EditorField> fieldsOf(const Provider& provider, const QString& kind) {
     field.key = each.key;
     field.label = each.label;
     field.placeholder = each.placeholder;
+    field.help = each.help;
+    field.value = each.values.join(u',');
+    field.words = each.words.join(u',');
+    field.usual = each.usual;
+    if (!each.values.isEmpty()) field.shape = each.values.size() == 1 ? FieldShape::Switch : FieldShape::Choice;
     field.onlyIn = value::native;
     fields << field;
   }

@@ -15,9 +15,9 @@ struct EditorField {
   QString label;
   QString placeholder;  ///< Of a folder the one that an absent option means.
   QString help;
-  QString value;  ///< What a switch writes; of a choice its values, joined by ",", the first being the default.
+  QString value;  ///< What a switch writes; of a choice its values, joined by ",".
   QString words;  ///< Of a choice, joined by ",".
-  int usual = 0;  ///< What an absent option means, of steps.
+  int usual = 0;  ///< What an absent option means: of steps their number, of a choice the place of a value.
   int least = 0;
   int most = 0;
   bool isLater = false;           ///< Nothing reads it yet, as `help` says: it is shown out of use.

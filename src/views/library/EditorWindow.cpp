@@ -1,6 +1,5 @@
 #include "views/library/EditorWindow.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -164,6 +163,7 @@ void EditorWindow::addSignIn(Card& card) {
       SignInPart::Form{
           .check = check,
           .store = [this] { storeSignIn(); },
+          .signedOut = [this] { showSignedOut(); },
           .open = [to = &services_.commands](const QUrl& page, const auto& done) { to->openUrl(page, done); },
           .copy = [to = &services_.commands](const QString& text) { to->copyText(text); }},
       card);
@@ -274,7 +274,11 @@ void EditorWindow::showEdited() {
   const DockWidget now = edited(*widget);
   for (const auto& line : lines_) line->row->setVisible(isThere(*line));
   preview_->show(now);
-  if (credential_) credential_->follow(asked(*widget, services_.forms), asked(now, services_.forms));
+  if (credential_) {
+    const Provider* provider = connection() == value::native ? providerFor(now.kind) : nullptr;
+    credential_->setExample(provider ? provider->credential.placeholder : QString());
+    credential_->follow(asked(*widget, services_.forms), asked(now, services_.forms));
+  }
   if (try_) try_->follow(now);
   if (hooks_) {
     hooks_->setThere(connection() == value::claudeActivity);
@@ -331,11 +335,12 @@ std::optional<WidgetEditor::Outcome> EditorWindow::checked() {
   try {
     const bool isTouched = credential_ && credential_->isTouched();
     auto outcome = WidgetEditor::save(edited(*widget), *widget, isTouched, services_.forms);
-    const QString forgotten = isTouched ? credential_->settle(outcome.widget) : QString();
-    if (forgotten.isEmpty()) return outcome;
-    showFault(credentialLine(), forgotten);
+    QString fault = isTouched ? credential_->settle(outcome.widget) : QString();
+    if (fault.isEmpty()) fault = faultOfCredential(outcome.widget);
+    if (fault.isEmpty()) return outcome;
+    showFault(credentialLine(), fault);
   } catch (const DomainError& failure) {
-    showFault(faultyLine(failure.message()), failure.message());
+    showFault(faultyLine(failure), failure.message());
   }
   return std::nullopt;
 }
@@ -372,7 +377,7 @@ void EditorWindow::storeAll() {
     if (outcome.refresh) store_.refresh(outcome.widget);
     isStored_ = true;
   } catch (const DomainError& failure) {
-    showFault(faultyLine(failure.message()), failure.message());
+    showFault(faultyLine(failure), failure.message());
     return;
   }
   close();
@@ -390,46 +395,14 @@ void EditorWindow::storeSignIn() {
     if (outcome.refresh) store_.refresh(outcome.widget);
     credential_->look();
   } catch (const DomainError& failure) {
-    showFault(faultyLine(failure.message()), failure.message());
+    showFault(faultyLine(failure), failure.message());
   }
 }
 
-EditorWindow::Line* EditorWindow::credentialLine() {
-  const auto line =
-      std::ranges::find_if(lines_, [](const auto& each) { return each->field.shape == FieldShape::Credential; });
-  return line == lines_.end() ? nullptr : line->get();
-}
-
-/// The line that a sentence is about: its own, or one whose option it names at its end.
-EditorWindow::Line* EditorWindow::faultyLine(const QString& sentence) {
-  const auto isMeant = [&](const std::unique_ptr<Line>& line) {
-    const EditorField& field = line->field;
-    return field.fault == sentence || (!field.key.isEmpty() && sentence.endsWith(u' ' + field.key + u'.'));
-  };
-  const auto line = std::ranges::find_if(lines_, isMeant);
-  return line == lines_.end() ? nullptr : line->get();
-}
-
-void EditorWindow::showFault(Line* line, const QString& sentence) {
-  if (line) {
-    line->row->setFault(sentence);
-    line->control->setFaulty(true);
-    line->control->setFocus(Qt::OtherFocusReason);
-    page_->reveal(line->row);
-  } else {
-    fault_->setText(sentence);
-    fault_->show();
-    QAccessibleEvent alert(fault_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
-  }
-}
-
-void EditorWindow::clearFaults() {
-  fault_->hide();
-  for (const auto& line : lines_) {
-    line->row->setFault({});
-    line->control->setFaulty(false);
-  }
+/// The tile shows it at once; what stands in the form goes on to wait.
+void EditorWindow::showSignedOut() {
+  if (const DockWidget* widget = stored(store_, widget_)) store_.refresh(*widget);
+  credential_->look();
 }
 
 }  // namespace tarnwick

@@ -15,6 +15,7 @@ class Button;
 class Card;
 class CardPage;
 class CredentialPart;
+class DomainError;
 class FieldControl;
 class FormRow;
 class HooksPart;
@@ -76,10 +77,12 @@ class EditorWindow final : public AppWindow {
   void addHooks(Card& card);
   void storeHooks(const DockWidget& widget);
   void storeSignIn();
+  void showSignedOut();
+  QString faultOfCredential(const DockWidget& widget) const;
   void takeField(const QString& path);
   void showFault(Line* line, const QString& sentence);
   void clearFaults();
-  Line* faultyLine(const QString& sentence);
+  Line* faultyLine(const DomainError& failure);
   void fit();
   void keepOnScreen();
 

@@ -119,19 +119,24 @@ class StepsControl final : public FieldControl {
 class ChoiceControl final : public FieldControl {
  public:
   explicit ChoiceControl(const EditorField& field)
-      : values_(field.value.split(u',')), segments_(new Segments(field.label, field.words.split(u','))) {
+      : values_(field.value.split(u',')),
+        usual_(field.usual),
+        segments_(new Segments(field.label, field.words.split(u','))) {
     hold(segments_);
     connect(segments_, &Segments::chosenChanged, this, &FieldControl::changed);
   }
-  /// The first is what an absent option means.
-  QString value() const override { return segments_->chosen() > 0 ? values_.value(segments_->chosen()) : QString(); }
+  QString value() const override {
+    return segments_->chosen() == usual_ ? QString() : values_.value(segments_->chosen());
+  }
   void setValue(const QString& value) override {
-    segments_->setChosen(static_cast<int>(std::max<qsizetype>(0, values_.indexOf(value))));
+    const qsizetype place = values_.indexOf(value);
+    segments_->setChosen(place < 0 ? usual_ : static_cast<int>(place));
   }
   bool isWide() const override { return false; }
 
  private:
   QStringList values_;
+  int usual_;
   Segments* segments_;
 };
 

@@ -122,6 +122,7 @@ bool SignInPart::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void SignInPart::setThere(bool there) {
+  if (!there && isRunning_) cancel();
   for (FormRow* row : std::as_const(rows_)) row->setVisible(there);
 }
 
@@ -205,7 +206,7 @@ void SignInPart::signOut() {
         const QString fault = answer.value ? QString() : answer.sentence;
         signIn_->setFocus(Qt::OtherFocusReason);
         end(fault.isEmpty() ? LibraryWords::tr("Signed out.") : fault, !fault.isEmpty());
-        form_.store();
+        if (fault.isEmpty()) form_.signedOut();
         look();
       },
       running_.get_token());

@@ -28,8 +28,10 @@ class SignInPart final : public QObject {
   struct Form {
     /// The widget as it would be stored; absent where something is wrong, which the form shows then.
     std::function<std::optional<DockWidget>()> check;
-    /// Stores that, or fetches anew what is stored, because it is signed in or out now.
+    /// Stores that, or fetches anew what is stored, because it is signed in now.
     std::function<void()> store;
+    /// What is stored is signed out of now.
+    std::function<void()> signedOut;
     std::function<void(const QUrl& page, std::function<void(bool opened)> done)> open;
     std::function<void(const QString& text)> copy;
   };
@@ -37,7 +39,7 @@ class SignInPart final : public QObject {
   SignInPart(Connections& connections, const OAuthProvider& provider, Form form, Card& card);
   ~SignInPart() override;
 
-  /// Whether the rows are there.
+  /// Whether the rows are there. A sign-in that is under way ends with them.
   void setThere(bool there);
   /// What the widget is in the form now.
   void follow(const DockWidget& edited);

@@ -12,6 +12,7 @@
 #include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/controls/WholeText.h"
+#include "views/families/services/ServiceAction.h"
 #include "views/families/services/ServicesRoom.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/RowList.h"
@@ -52,6 +53,12 @@ class ServicePanel final : public TilePanel {
         more_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
         detail_(new WholeText(TextStyle::Caption, Tone::Secondary)),
         edit_(new Button(PanelWords::tr("Edit Widget…"))) {
+    if (const ProviderAction* action = ServiceAction::of(context.kind()))
+      action_ = new ServiceAction(*action,
+                                  {.connections = context.readings.connections,
+                                   .widget = [this] { return widget(); },
+                                   .done = [this] { store().refresh(widget()); },
+                                   .copy = [this](const QString& text) { this->context().commands.copyText(text); }});
     connect(refresh_, &QPushButton::clicked, this, [this] { store().refresh(widget()); });
     page_->setVisible(false);
     connect(page_, &QPushButton::clicked, this, [this] {
@@ -64,6 +71,7 @@ class ServicePanel final : public TilePanel {
     addSpaced(figure_, 0);
     addSpaced(headline_, 0);
     addSpaced(subtitle_, kAboveText);
+    if (action_) addSpaced(action_, theme::kPanelHeaderBelow);
     addSpaced(chart_, theme::kPanelHeaderBelow);
     addSpaced(usage_, kAboveText);
     addSpaced(metrics_, kAboveText);
@@ -148,6 +156,7 @@ class ServicePanel final : public TilePanel {
     setShown(detail_, saysMore);
     detail_->setText(saysMore ? value.detail : QString());
     setShown(edit_, state.hasFailed && !value.value);
+    if (action_) setShown(action_, action_->isOffered());
   }
 
   static QString noteOf(const RemoteReading& reading, const RemoteState& state, const TileSources& sources) {
@@ -283,6 +292,7 @@ class ServicePanel final : public TilePanel {
   RowList* rows_;
   TextLabel* more_;
   WholeText* detail_;
+  ServiceAction* action_ = nullptr;  ///< Only where the service has something to be asked for.
   Button* edit_;
   QHash<QWidget*, QWidget*> boxes_;
   std::pair<QList<UsageWindow>, QDateTime> shownUsage_;
