@@ -1,6 +1,7 @@
 #include "services/WebSession.h"
 
 #include "services/RemoteAPI.h"
+#include "services/oauth/OAuthRecord.h"
 
 namespace tarnwick {
 
@@ -10,6 +11,13 @@ namespace {
 QCoro::Task<QString> kept(Keychain keychain, QString account, std::stop_token stop) {
   const std::optional<QString> credential = co_await keychain.read(account, stop);
   co_return credential.value_or(QString());
+}
+
+/// A sign-in is a secret between its service and the keyring: an address of the user's own never gets it.
+QCoro::Task<MaybeCredential> sendable(Keychain keychain, QString account, std::stop_token stop) {
+  MaybeCredential found = co_await keychain.readIfAny(account, stop);
+  if (OAuthRecord::decode(found.value)) found.value.clear();
+  co_return found;
 }
 
 }  // namespace
@@ -27,7 +35,7 @@ QCoro::Task<QString> WebSession::credential(DockWidget widget, std::stop_token s
 }
 
 QCoro::Task<MaybeCredential> WebSession::credentialIfAny(DockWidget widget, std::stop_token stop) {
-  return keychain_.readIfAny(Keychain::account(widget), stop);
+  return sendable(keychain_, Keychain::account(widget), stop);
 }
 
 QCoro::Task<QString> WebSession::accessToken(DockWidget widget, OAuthProvider provider, std::stop_token stop) {

@@ -237,6 +237,11 @@ class SignInAtAService : public Loopback {
       co_return error.errorDescription();
     }
   }
+  static QCoro::Task<std::optional<QString>> sendable(std::shared_ptr<WebSession> session, DockWidget widget) {
+    const std::stop_token stop;
+    const MaybeCredential found = co_await session->credentialIfAny(widget, stop);
+    co_return found.value;
+  }
   test::Told token(const DockWidget& widget, const OAuthProvider& provider) {
     return test::begin(sentence(tokens.token(widget, provider, session, {})));
   }
@@ -281,6 +286,9 @@ TEST_F(SignInAtAService, GivesTokensThatAreRenewedOnceForAllWhoAsk) {
   clock.advance(3600);
   EXPECT_NE(outcome(token(widget, service.at(row))), renewed);
   EXPECT_EQ(service.exchanges().size(), 3) << "by the refresh token of before";
+
+  // It is nothing to be sent to an address of the user's own.
+  EXPECT_EQ(outcome(test::begin(sendable(session, widget))), QString());
 
   // It is no sign-in to another service.
   EXPECT_EQ(outcome(token(widget, service.at(*providerFor(u"gmailLatest"_s)->signIn))),

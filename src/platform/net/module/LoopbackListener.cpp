@@ -12,6 +12,11 @@ class LoopbackListener::Visitor final : public QObject {
   Visitor(LoopbackListener& listener, QTcpSocket* socket) : QObject(socket), listener_(listener), socket_(*socket) {
     socket_.setReadBufferSize(LoopbackLimits::chunk);
     connect(&socket_, &QTcpSocket::readyRead, this, &Visitor::read);
+    // One that says no more is told so, as far as it still listens.
+    connect(&socket_, &QTcpSocket::readChannelFinished, this, [this] {
+      read();
+      answer(std::nullopt);
+    });
     connect(&socket_, &QTcpSocket::disconnected, this, &Visitor::leave);
     connect(&socket_, &QTcpSocket::bytesWritten, this, &Visitor::endWriting);
     deadline_ = listener_.scheduler_.after(LoopbackLimits::seconds, [this] {
