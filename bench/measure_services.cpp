@@ -70,6 +70,7 @@ class House {
                       .tokens = tokens_,
                       .loopback = {},
                       .loader = WidgetLoader(Weather(web_, {}), {}, allProviders()),
+                      .perplexity = nullptr,
                       .cacheFile = folder_.filePath(u"remote-cache.json"_s)}) {
     for (const DockWidget& widget : widgets)
       secrets_->items.append({{Keychain::kService, Keychain::account(widget), folder_.path()}, {}, "key"});
