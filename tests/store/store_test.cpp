@@ -75,6 +75,8 @@ struct FakeCredentials : CredentialKeeping {
   explicit FakeCredentials(Journal& j) : journal(j) {}
   void removeOrphans(const QList<QUuid>& keeping) override { journal.calls << u"orphans %1"_s.arg(keeping.size()); }
   void remove(const QList<QUuid>&, Failed failed) override { failed(u"The keyring is locked."_s); }
+  void endSession() override { ++endedSessions; }
+  int endedSessions = 0;
   Journal& journal;
 };
 struct FakeNotifications : Notifications {
@@ -709,6 +711,21 @@ TEST_F(StoreTest, ATimerThatEndsIsAnnouncedOnceAlsoAfterARestart) {
   time.advance(5);
   EXPECT_EQ(notifications.posted, QStringList{u"Timer: Your timer is finished."_s});
   EXPECT_FALSE(store->widgets().first().options.contains(u"deadline"_s));
+}
+
+TEST_F(StoreTest, TheSessionInABrowserEndsWithTheLastWidgetThatReadsIt) {
+  start();
+  const QUuid one = store->add(u"perplexityUsage"_s);
+  const QUuid two = store->add(u"perplexityUsage"_s);
+  for (const QUuid id : {one, two}) store->set(id, u"connectionMode"_s, u"perplexitySession"_s);
+  const struct {
+    QUuid removed;
+    int ended;
+  } steps[] = {{store->widgets().first().id, 0}, {one, 0}, {two, 1}, {store->widgets().at(1).id, 1}};
+  for (const auto& [removed, ended] : steps) {
+    store->remove(removed);
+    EXPECT_EQ(credentials.endedSessions, ended);
+  }
 }
 
 TEST_F(StoreTest, MessagesOfOperations) {
