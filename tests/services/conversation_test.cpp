@@ -218,6 +218,8 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
        u"The provider did not return a numeric messagesUnread value."_s},
       {u"homeAssistant"_s, entity, uR"({"entity_id":"light.a","state":true})"_s,
        u"Choose a number, text, or list field."_s},
+      {u"stockQuote"_s, {}, uR"({"code":401,"status":"error"})"_s, unexpected},
+      {u"stockWatchlist"_s, {}, uR"({"code":429,"status":"error"})"_s, unexpected},
       {u"stockQuote"_s, {}, uR"({"close":true,"percent_change":"1"})"_s, boolean},
       {u"claudePlanUsage"_s, {}, uR"({"five_hour":{"utilization":"5"}})"_s, percentage},
       {u"claudePlanUsage"_s, {}, uR"({"five_hour":{"utilization":-1}})"_s, percentage},

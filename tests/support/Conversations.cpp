@@ -4,6 +4,12 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLocale>
+
+#include "base/DomainError.h"
+#include "services/ProviderTable.h"
+#include "services/ServiceHTTPError.h"
+#include "support/ScriptedSession.h"
 
 namespace tarnwick::test {
 
@@ -83,11 +89,12 @@ QList<Conversation> ofDevelopers() {
        u"Notification → https://github.com/notifications"_s},
       {u"analyticsGitHubOverview"_s,
        {{u"repository"_s, u"a/b"_s}, {u"field"_s, u"forks"_s}},
-       {{u"GET "_s + github + u"/notifications?all=false&page=1&per_page=100 Bearer key"_s, u"[]"_s},
+       {{u"GET "_s + github + u"/notifications?all=false&page=1&per_page=100 Bearer key"_s, uR"([{"id":"1"}])"_s},
         {u"POST "_s + github + u"/graphql Bearer key {\"query\":\"{viewer{pullRequests(states:OPEN){totalCount}}}\"}"_s,
          uR"({"data":{"viewer":{"pullRequests":{"totalCount":5}}}})"_s},
         {u"GET "_s + github + u"/repos/a/b Bearer key"_s, uR"({"stargazers_count":1200})"_s}},
-       u"0 | Unread notifications |  | Unread=0, Open PRs=5, Stars=1200"_s},
+       u"1 | Unread notifications |  | Unread=1, Open PRs=5, Stars=1200 | Notification → "
+       u"https://github.com/notifications"_s},
       {u"analyticsGitHub"_s,
        {{u"repository"_s, u"a/b"_s}, {u"field"_s, u"open_issues_count"_s}},
        {{u"GET "_s + github + u"/repos/a/b Bearer key"_s, uR"({"open_issues_count":7})"_s}},
@@ -154,6 +161,12 @@ QList<Conversation> ofDevelopers() {
          "timezone=UTC&version=6 · Api-Key: key"_s,
          uR"({"status":"success","visitors":70,"pageviews":"95","histogram":[{"visitors":30},{"visitors":40}]})"_s}},
        u"70 | Unique visitors · 7 days |  | Pageviews=95 |  | 30 40"_s},
+      {u"analyticsDataFast"_s,
+       {},
+       {{u"GET https://datafa.st/api/v1/analytics/overview?endAt=2026-11-24&fields=visitors%2Cpageviews%2Csessions&"
+         "startAt=2026-11-18 Bearer key"_s,
+         uR"({"data":[{"visitors":12,"pageviews":30,"sessions":14}]})"_s}},
+       u"12 | Unique visitors · 7 days |  | Pageviews=30, Sessions=14"_s},
       {u"analyticsDataFastChart"_s,
        {},
        {{u"GET https://datafa.st/api/v1/analytics/overview?endAt=2026-11-24&fields=visitors%2Cpageviews%2Csessions&"
@@ -227,6 +240,13 @@ QList<Conversation> ofMoneyAndMarkets() {
          uR"({"bitcoin":{"usd":98765.4,"usd_24h_change":-1.234}})"_s}},
        u"$98,765.40 | -1.23% · 24h | Bitcoin · USD\nMarket data by CoinGecko"_s},
       {u"cryptoChart"_s,
+       {},
+       {{u"GET "_s + coins + u"/simple/price?ids=bitcoin"_s + price,
+         uR"({"bitcoin":{"usd":98765.4,"usd_24h_change":2}})"_s},
+        {u"GET "_s + coins + u"/coins/bitcoin/market_chart?days=7&vs_currency=usd · x-cg-demo-api-key: key"_s,
+         uR"({"prices":[[1,98000],[2,98765.4]]})"_s}},
+       u"$98,765.40 | +2.00% · 24h | Bitcoin · USD\nMarket data by CoinGecko |  |  | 98000 98765.4"_s},
+      {u"cryptoChart"_s,
        {{u"coin"_s, u"shiba-inu"_s}},
        {{u"GET "_s + coins +
              u"/simple/price?ids=shiba-inu&include_24hr_change=true&include_last_updated_at=true&vs_currencies=usd · "
@@ -239,23 +259,27 @@ QList<Conversation> ofMoneyAndMarkets() {
        {{u"coin"_s, u"bitcoin, , solana"_s}},
        {{u"GET "_s + coins + u"/simple/price?ids=bitcoin%2Csolana"_s + price,
          uR"({"bitcoin":{"usd":2,"usd_24h_change":3},"solana":{"usd":null}})"_s}},
-       u"2 | Coins | Bitcoin · USD\nMarket data by CoinGecko |  | Bitcoin ($2.00 · +3.00% · 24h) → "
+       u"2 | Coins | Coins · USD\nMarket data by CoinGecko |  | Bitcoin ($2.00 · +3.00% · 24h) → "
        u"https://www.coingecko.com/en/coins/bitcoin, Solana (—) → https://www.coingecko.com/en/coins/solana"_s},
       {u"stockQuote"_s,
        {},
        {{u"GET https://api.twelvedata.com/quote?apikey=key&symbol=AAPL"_s,
          uR"({"close":"231.5","percent_change":"-0.5","currency":"USD","name":"Apple","exchange":"NASDAQ","datetime":"2026-11-24"})"_s}},
-       u"$231.50 | -0.50% | Apple\nNASDAQ\nAs of 2026-11-24 · Twelve Data"_s},
+       u"$231.50 | -0.50% · AAPL | Apple\nNASDAQ\nAs of 2026-11-24 · Twelve Data"_s},
       {u"stockWatchlist"_s,
        {{u"symbols"_s, u"AAPL,ZZZZ"_s}},
        {{u"GET https://api.twelvedata.com/quote?apikey=key&symbol=AAPL%2CZZZZ"_s,
          uR"({"AAPL":{"close":"2","percent_change":"1"},"ZZZZ":{"code":404,"status":"error"}})"_s}},
        u"2 | Stocks | Twelve Data |  | AAPL ($2.00 · +1.00%), ZZZZ (—)"_s},
+      {u"stockWatchlist"_s,
+       {{u"symbols"_s, u"ZZZZ"_s}},
+       {{u"GET https://api.twelvedata.com/quote?apikey=key&symbol=ZZZZ"_s, uR"({"code":404,"status":"error"})"_s}},
+       u"1 | Stocks | Twelve Data |  | ZZZZ (—)"_s},
       {u"stockChart"_s,
        {},
        {{u"GET https://api.twelvedata.com/time_series?apikey=key&interval=1day&outputsize=30&symbol=AAPL"_s,
          uR"({"meta":{"currency":"EUR"},"values":[{"close":"110","datetime":"2026-11-24"},{"close":"100"}]})"_s}},
-       u"€110.00 | +10.00% | As of 2026-11-24 · Twelve Data |  |  | 100 110"_s},
+       u"€110.00 | +10.00% · AAPL | As of 2026-11-24 · Twelve Data |  |  | 100 110"_s},
   };
 }
 
@@ -267,6 +291,12 @@ QList<Conversation> ofAccountsAndPlans() {
          "X-Goog-Api-Key: key"_s,
          uR"({"items":[{"snippet":{"title":"Tarn"},"statistics":{"subscriberCount":"10","hiddenSubscriberCount":true,"viewCount":"99","videoCount":"3"}}]})"_s}},
        u"Hidden | Subscribers | Tarn | Subscribers=Hidden, Views=99, Videos=3"_s},
+      {u"socialYouTube"_s,
+       {{u"channel"_s, u"@tarn"_s}},
+       {{u"GET https://www.googleapis.com/youtube/v3/channels?forHandle=%40tarn&part=snippet%2Cstatistics · "
+         "X-Goog-Api-Key: key"_s,
+         uR"({"items":[{"snippet":{"title":"Tarn"},"statistics":{"subscriberCount":"48200","viewCount":"99","videoCount":"3"}}]})"_s}},
+       u"48200 | Subscribers | Tarn | Subscribers=48200, Views=99, Videos=3"_s},
       {u"socialTwitter"_s,
        {{u"username"_s, u"@tarn"_s}},
        {{u"GET https://api.x.com/2/users/by/username/tarn?user.fields=public_metrics Bearer key"_s,
@@ -276,7 +306,7 @@ QList<Conversation> ofAccountsAndPlans() {
        {},
        {{u"GET https://gmail.googleapis.com/gmail/v1/users/me/labels/INBOX Bearer key"_s,
          uR"({"messagesUnread":3,"messagesTotal":40})"_s}},
-       u"3 | Unread in inbox | Inbox messages | Unread=3, Total=40"_s},
+       u"3 | Unread in inbox |  | Unread=3, Total=40"_s},
       {u"gmailLatest"_s,
        {},
        {{u"GET https://gmail.googleapis.com/gmail/v1/users/me/labels/INBOX Bearer key"_s,
@@ -286,7 +316,7 @@ QList<Conversation> ofAccountsAndPlans() {
         {u"GET https://gmail.googleapis.com/gmail/v1/users/me/messages/m0?format=metadata Bearer key"_s, u"404"_s},
         {u"GET https://gmail.googleapis.com/gmail/v1/users/me/messages/m1?format=metadata Bearer key"_s,
          uR"({"payload":{"headers":[{"name":"Subject","value":"Hello"},{"name":"FROM","value":"a@b.example"}]}})"_s}},
-       u"3 | Unread in inbox | Inbox messages | Unread=3, Total=40 | Hello (a@b.example) → "
+       u"40 | Inbox messages |  | Unread=3, Total=40 | Hello (a@b.example) → "
        u"https://mail.google.com/mail/u/0/#inbox/m1"_s},
       {u"dropbox"_s,
        {{u"dropboxPath"_s, u"/Pro jects"_s}},
@@ -329,6 +359,12 @@ QList<Conversation> ofAccountsAndPlans() {
       {u"copilotUsage"_s,
        {},
        {{u"GET https://api.github.com/copilot_internal/user Bearer key"_s,
+         uR"({"quota_snapshots":{"chat":{"unlimited":true},"premium_interactions":{"percent_remaining":62}}})"_s}},
+       u"62% | Remaining · Included allowance | Included allowance · 38% used · reset unavailable | Included "
+       u"allowance=62% left |  |  | copilot.premium_interactions Included allowance 38% 0 never"_s},
+      {u"copilotUsage"_s,
+       {},
+       {{u"GET https://api.github.com/copilot_internal/user Bearer key"_s,
          uR"({"quota_snapshots":{"chat":{"unlimited":true}}})"_s}},
        u"Unlimited | Included allowance"_s},
       {u"cursorPersonalUsage"_s,
@@ -356,6 +392,30 @@ QList<Conversation> ofAccountsAndPlans() {
 }
 
 }  // namespace
+
+RemoteValue outcomeOf(const Conversation& conversation) {
+  const auto session = std::make_shared<ScriptedSession>();
+  const Provider* provider = providerFor(conversation.kind);
+  if (!provider) throw std::invalid_argument("nobody serves " + conversation.kind.toStdString());
+  RemoteValue value;
+  const auto run = [&]() -> QCoro::Task<> {
+    try {
+      value = co_await fetchFrom(*provider, {QUuid::createUuid(), conversation.kind, {}, conversation.options}, session,
+                                 {});
+    } catch (const DomainError& error) {
+      ADD_FAILURE() << conversation.kind.toStdString() << error.message().toStdString();
+    }
+  };
+  const QCoro::Task<> task = run();
+  session->answer(u"key"_s);
+  for (const Exchange& exchange : conversation.exchanges) {
+    if (const int status = exchange.answer.toInt())
+      session->fail(ServiceHTTPError(status));
+    else
+      session->answer(parsed(exchange.answer));
+  }
+  return value;
+}
 
 QList<Conversation> conversations() { return ofDevelopers() + ofMoneyAndMarkets() + ofAccountsAndPlans(); }
 

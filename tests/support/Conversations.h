@@ -27,6 +27,9 @@ struct Conversation {
 /// At least one of every service.
 QList<Conversation> conversations();
 
+/// What comes of a conversation. The test fails where that is no value.
+RemoteValue outcomeOf(const Conversation& conversation);
+
 /// "GET https://… Bearer key · Name: value", "POST https://… {…}".
 QString told(const ServiceCall& call);
 /// What a tile and its panel get: headline | subtitle | detail | metrics | rows | numbers | windows, without what is

@@ -64,8 +64,8 @@ QCoro::Task<QJsonObject> askPrices(ProviderRequest request, std::stop_token stop
   co_return prices;
 }
 
-QString coinDetail(const QString& id) {
-  return nameOfCoin(id) + ServiceWords::tr(" · USD") + u'\n' + ServiceWords::tr("Market data by CoinGecko");
+QString coinDetail(const QString& what) {
+  return what + ServiceWords::tr(" · USD") + u'\n' + ServiceWords::tr("Market data by CoinGecko");
 }
 
 QCoro::Task<RemoteValue> fetchPrice(ProviderRequest request, std::stop_token stop) {
@@ -73,7 +73,7 @@ QCoro::Task<RemoteValue> fetchPrice(ProviderRequest request, std::stop_token sto
   const QString id = request.option(option::coin).section(u',', 0, 0);
   const double price = ProviderData::number(prices[id][u"usd"], u"price"_s);
   RemoteValue value = request.shown(priceText(price), changeText(prices[id]));
-  value.detail = coinDetail(id);
+  value.detail = coinDetail(nameOfCoin(id));
   co_return value;
 }
 
@@ -101,7 +101,7 @@ QCoro::Task<RemoteValue> fetchPriceList(ProviderRequest request, std::stop_token
     const QString words = price.isDouble() ? priceText(price.toDouble()) + u" · "_s + changeText(prices[id]) : u"—"_s;
     value.rows << ServiceRow{id, nameOfCoin(id), words, QUrl(kCoinPage + id)};
   }
-  value.detail = coinDetail(ids.first());
+  value.detail = coinDetail(ids.size() == 1 ? nameOfCoin(ids.first()) : value.subtitle);
   co_return value;
 }
 

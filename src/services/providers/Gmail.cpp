@@ -25,7 +25,6 @@ QCoro::Task<RemoteValue> fetchInbox(ProviderRequest request, std::stop_token sto
   RemoteValue value = request.shown(unread, ServiceWords::tr("Unread in inbox"));
   value.metrics = {{ServiceWords::tr("Unread"), unread},
                    {ServiceWords::tr("Total"), ProviderData::count(inbox, u"messagesTotal"_s)}};
-  value.detail = ServiceWords::tr("Inbox messages");
   co_return value;
 }
 
@@ -34,7 +33,8 @@ QCoro::Task<std::optional<ServiceRow>> askMessage(ProviderRequest request, QStri
   const ServiceCall call = request.call("/gmail/v1/users/me/messages/"_L1 + id, {{u"format"_s, u"metadata"_s}});
   try {
     const QJsonObject message = co_await request.object(call, stop);
-    co_return ServiceRow{id, headerOf(message, "subject"_L1), headerOf(message, "from"_L1),
+    const QString subject = headerOf(message, "subject"_L1).trimmed();
+    co_return ServiceRow{id, subject.isEmpty() ? ServiceWords::tr("No subject") : subject, headerOf(message, "from"_L1),
                          QUrl(kInboxPage + u'/' + id)};
   } catch (const ServiceHTTPError& error) {
     if (error.status() != 404) throw;
@@ -44,6 +44,9 @@ QCoro::Task<std::optional<ServiceRow>> askMessage(ProviderRequest request, QStri
 
 QCoro::Task<RemoteValue> fetchLatest(ProviderRequest request, std::stop_token stop) {
   RemoteValue value = co_await fetchInbox(request, stop);
+  // Beside the messages themselves it says among how many they are the latest.
+  value.value = value.metrics.last().value;
+  value.subtitle = ServiceWords::tr("Inbox messages");
   const ServiceCall call =
       request.call(u"/gmail/v1/users/me/messages"_s,
                    {{u"labelIds"_s, u"INBOX"_s}, {u"maxResults"_s, QString::number(kLatestMessages)}});

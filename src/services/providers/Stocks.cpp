@@ -38,11 +38,23 @@ QString changeOf(const QJsonValue& quote) {
   return QString::asprintf("%+.2f%%", ProviderData::number(quote[u"percent_change"], u"percent_change"_s));
 }
 
+/// The change and what it is the change of.
+QString changeOfSymbol(const QString& change, const QString& symbol) {
+  return change.isEmpty() ? symbol : change + u" · "_s + symbol;
+}
+
 QString sourceOf(const QJsonValue& quote) {
   const QString moment = quote[u"datetime"].toString();
   return (moment.isEmpty() ? ServiceWords::tr("provider timestamp unavailable")
                            : ServiceWords::tr("As of %1").arg(moment)) +
          kSource;
+}
+
+bool isError(const QJsonObject& body) { return body[u"status"].toString() == "error"_L1; }
+/// Whether the service says that it knows none of the symbols.
+bool namesUnknown(const QJsonObject& body) {
+  const int code = body[u"code"].toInt();
+  return code == 400 || code == 404;
 }
 
 /// A symbol that the service does not know is a row without a price.
@@ -58,7 +70,8 @@ QCoro::Task<RemoteValue> fetchQuote(ProviderRequest request, std::stop_token sto
   const QString symbol = request.option(option::symbols).section(u',', 0, 0);
   const ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, symbol}});
   const QJsonObject quote = co_await request.object(call, stop);
-  RemoteValue value = request.shown(priceOf(quote), changeOf(quote));
+  require(!isError(quote), ProviderRow::unexpected());
+  RemoteValue value = request.shown(priceOf(quote), changeOfSymbol(changeOf(quote), symbol));
   QStringList about{quote[u"name"].toString(), quote[u"exchange"].toString()};
   about.removeAll(QString());
   value.detail = (about + QStringList{sourceOf(quote)}).join(u'\n');
@@ -70,7 +83,7 @@ QCoro::Task<RemoteValue> fetchQuoteList(ProviderRequest request, std::stop_token
   const QStringList symbols = list.split(u',');
   const ServiceCall call = stockCall(request, u"/quote"_s, {{u"symbol"_s, list}});
   const QJsonObject body = co_await request.object(call, stop);
-  require(body[u"status"].toString() != "error"_L1, ProviderRow::unexpected());
+  require(!isError(body) || namesUnknown(body), ProviderRow::unexpected());
   RemoteValue value = request.shown(QString::number(symbols.size()), ServiceWords::tr("Stocks"));
   // Of one symbol the quote comes as it is, of several under their symbols.
   for (const QString& symbol : symbols)
@@ -93,8 +106,9 @@ QCoro::Task<RemoteValue> fetchQuoteHistory(ProviderRequest request, std::stop_to
   std::ranges::reverse(closes);  // The newest comes first.
   const double last = closes.last();
   const double before = closes.size() > 1 ? closes[closes.size() - 2] : 0;
-  const QString change = before > 0 ? QString::asprintf("%+.2f%%", (last - before) / before * 100) : symbol;
-  RemoteValue value = request.shown(Money::text(last, body[u"meta"][u"currency"].toString(u"USD"_s)), change);
+  const QString change = before > 0 ? QString::asprintf("%+.2f%%", (last - before) / before * 100) : QString();
+  RemoteValue value =
+      request.shown(Money::text(last, body[u"meta"][u"currency"].toString(u"USD"_s)), changeOfSymbol(change, symbol));
   value.numbers = closes;
   value.detail = sourceOf(days.first());
   co_return value;
