@@ -90,7 +90,10 @@ QColor toneColor(const ControlLook& look, Tone tone) {
     case Tone::AccentWord:
       return look.palette.accentWord(look.accent);
     case Tone::Fault:
+    case Tone::Fall:
       return look.palette.accentWord(Accent::Red);
+    case Tone::Rise:
+      return look.palette.accentWord(Accent::Green);
   }
   return {};
 }

@@ -50,7 +50,8 @@ void announceLook(QWidget& root);
 double disabledOpacity(const ControlLook& look);
 
 /// Which of the three strengths of text, the accent, or what says that something is wrong.
-enum class Tone { Primary, Secondary, Tertiary, AccentWord, Fault };
+/// `Rise` and `Fall` are of words that say by their sign what they are.
+enum class Tone { Primary, Secondary, Tertiary, AccentWord, Fault, Rise, Fall };
 QColor toneColor(const ControlLook& look, Tone tone);
 
 /// The label of buttons: body size, semi-bold.

@@ -19,15 +19,32 @@ void WholeText::setText(const QString& text) {
   update();
 }
 
+void WholeText::setPart(const QString& part, Tone tone) {
+  if (part == part_ && tone == partTone_) return;
+  part_ = part;
+  partTone_ = tone;
+  update();
+}
+
+QString WholeText::laidText() const {
+  // A layout of one paragraph breaks at this mark alone.
+  return QString(text_).replace(u'\n', QChar::LineSeparator);
+}
+
 int WholeText::heightForWidth(int width) const {
-  QTextLayout layout(text_, Typography::widgetFont(style_));
+  QTextLayout layout(laidText(), Typography::widgetFont(style_));
   return static_cast<int>(std::ceil(lay(layout, width)));
 }
 
 void WholeText::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(toneColor(lookOf(*this), tone_));
-  QTextLayout layout(text_, Typography::widgetFont(style_));
+  QTextLayout layout(laidText(), Typography::widgetFont(style_));
+  if (const qsizetype at = text_.indexOf(part_); at >= 0 && !part_.isEmpty()) {
+    QTextLayout::FormatRange range{static_cast<int>(at), static_cast<int>(part_.size()), {}};
+    range.format.setForeground(toneColor(lookOf(*this), partTone_));
+    layout.setFormats({range});
+  }
   lay(layout, width());
   layout.draw(&painter, {});
 }

@@ -14,6 +14,8 @@ class WholeText final : public QWidget {
   WholeText(TextStyle style, Tone tone);
 
   void setText(const QString& text);
+  /// Gives a part of the text another tone; empty for none. Of a part that is there more than once the first has it.
+  void setPart(const QString& part, Tone tone);
   QSize sizeHint() const override { return {kUsualWidth, heightForWidth(kUsualWidth)}; }
   QSize minimumSizeHint() const override { return {0, 0}; }
   bool hasHeightForWidth() const override { return true; }
@@ -25,12 +27,15 @@ class WholeText final : public QWidget {
  private:
   static constexpr int kUsualWidth = 200;
 
+  QString laidText() const;
   /// Gives the height.
   double lay(QTextLayout& layout, int width) const;
 
   TextStyle style_;
   Tone tone_;
   QString text_;
+  QString part_;
+  Tone partTone_ = Tone::Primary;
 };
 
 }  // namespace tarnwick

@@ -2,6 +2,8 @@
 #include <array>
 #include <cmath>
 
+#include "services/Money.h"
+#include "services/UsageWords.h"
 #include "usage/ClaudeActivity.h"
 #include "usage/CodexUsage.h"
 #include "usage/GeminiHistory.h"
@@ -15,7 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a kind may look like. Lists are joined by "|", a name and its value by "=".
+/// What a kind may look like: the texts that its reader gives, and nothing that it does not. Lists are joined by "|", a
+/// name and its value by "="; what begins with "$" is an amount and with "#" a count of a reader of this
+/// computer, which are written as the locale does.
 struct ExampleRow {
   QLatin1StringView kind;
   const char* value = "";
@@ -23,58 +27,84 @@ struct ExampleRow {
   const char* metrics = "";
   const char* rows = "";
   const char* windows = "";  ///< Name, percent used, minutes to the reset.
-  double trend = 0;          ///< Of a series of numbers; none for 0.
+  double trend = 0;          ///< The size of the numbers of a series; none for 0. A falling one for less.
+  int count = 7;             ///< How many they are.
+  const char* detail = "";
 };
 
+constexpr const char* kIssues =
+    "TRN-214 Panel opens behind the dock=In Progress|TRN-209 Tile loses its caption=Todo|TRN-198 Name the layouts=Todo";
+constexpr const char* kNotices =
+    "Panel opens behind the dock=tarn/dock|Name the layouts=tarn/dock|Release notes=tarn/pages|Ring clock=tarn/dock";
+constexpr const char* kMessages =
+    "Translation deadline=Ines Moreau <ines@example.org>|Lunch on Friday?=Sam Okoye <sam@example.org>";
+constexpr const char* kCoin = "Bitcoin · USD\nMarket data by CoinGecko";
+constexpr const char* kStock = "Acme\nNASDAQ\nAs of 2026-11-24 · Twelve Data";
+constexpr const char* kNet =
+    "USD payments less refunds, disputes and fees. Payouts, transfers, reserves and top-ups excluded.";
+
 constexpr std::array kExamples = {
-    ExampleRow{kind::analyticsGitHub, "1,284", "Repository stars"},
-    ExampleRow{kind::analyticsGitHubOverview, "7", "Unread notifications", "Unread=7|Open PRs=3|Stars=1,284"},
-    ExampleRow{kind::analyticsGitHubContributions, "9", "Contributions today", "7 days=41", "", "", 9},
-    ExampleRow{kind::productivityLinear, "6", "Active assigned issues", "Active=6|Overdue=1",
-               "TRN-214 Panel opens behind the dock=In Progress|TRN-209 Tile loses its caption=Todo"},
-    ExampleRow{kind::productivityLinearOverview, "6", "Active assigned issues", "Active=6|Overdue=1|Done=14",
-               "TRN-214 Panel opens behind the dock=In Progress|TRN-209 Tile loses its caption=Todo"},
-    ExampleRow{kind::analyticsSupabase, "18,420", "REST requests · 24 hours", "REST=18,420|Auth=731"},
-    ExampleRow{kind::analyticsSupabaseOverview, "18,420", "REST requests · 24 hours", "REST=18.4K|Auth=731|Disk=42%"},
-    ExampleRow{kind::revenueStripe, "$8,420", "Net revenue · 30 days"},
-    ExampleRow{kind::revenuePolar, "$1,206", "Net revenue · 30 days", "", "", "", 1206},
-    ExampleRow{kind::revenueDodoPayments, "$640", "Net payments · 30 days"},
+    ExampleRow{kind::analyticsGitHub, "4", "Unread notifications", "", kNotices},
+    ExampleRow{kind::analyticsGitHubOverview, "4", "Unread notifications", "Unread=4|Open PRs=3|Stars=1284", kNotices},
+    ExampleRow{kind::analyticsGitHubContributions, "9", "Contributions today", "7 days=41", "", "", 9, 371,
+               "1,284 in the last year"},
+    ExampleRow{kind::productivityLinear, "3", "Active assigned issues", "Active=3|Overdue=1", kIssues},
+    ExampleRow{kind::productivityLinearOverview, "3", "Active assigned issues", "Active=3|Overdue=1", kIssues},
+    ExampleRow{kind::analyticsSupabase, "18420", "REST requests · 24 hours", "REST=18420|Auth=731", "", "", 0, 0,
+               "1.20 / 8.00 GB disk used"},
+    ExampleRow{kind::analyticsSupabaseOverview, "18420", "REST requests · 24 hours", "REST=18420|Auth=731", "", "", 0,
+               0, "1.20 / 8.00 GB disk used"},
+    ExampleRow{kind::revenueStripe, "$8420.65", "Net revenue · 30 days", "", "", "", 0, 0, kNet},
+    ExampleRow{kind::revenuePolar, "$1206.40", "Net revenue · 30 days", "", "", "", 60, 31},
+    ExampleRow{kind::revenueDodoPayments, "$640.00", "Net payments · 30 days", "", "", "", 0, 0,
+               "Payments less refunds, disputes and related fees; payouts/transfers excluded. 58 ledger entries read."},
     ExampleRow{kind::revenueLemonSqueezy, "$2,310", "Revenue · 30 days"},
-    ExampleRow{kind::shopifyRevenue, "$4,180", "Total sales · 7 days"},
-    ExampleRow{kind::shopifyOverview, "$642", "Total sales · today", "Sales=$642|Orders=18|Conv.=2.4%"},
-    ExampleRow{kind::shopifyTrends, "$4.1K", "Total sales · 7 days", "Orders=126", "", "", 4100},
-    ExampleRow{kind::analyticsResend, "214", "Sent today", "Today=214|This month=4,120|Delivered=99.2%"},
-    ExampleRow{kind::analyticsResendOverview, "214", "Sent today", "Today=214|Month=4,120|Delivered=99.2%"},
-    ExampleRow{kind::analyticsDubOverview, "932", "Clicks · 7 days", "Clicks=932|Links=48"},
-    ExampleRow{kind::dubShortener, "48", "Saved links · latest 100", "",
-               "example.link/spring=https://example.org/spring-sale|example.link/docs=https://example.org/docs"},
-    ExampleRow{kind::analyticsPlausible, "3,184", "Unique visitors · 7 days", "", "", "", 3184},
-    ExampleRow{kind::analyticsPlausibleChart, "3,184", "Unique visitors · 7 days", "", "", "", 3184},
-    ExampleRow{kind::analyticsSimpleAnalytics, "1,940", "Unique visitors · 7 days", "Pageviews=5,312"},
-    ExampleRow{kind::analyticsSimpleAnalyticsChart, "1,940", "Unique visitors · 7 days", "Pageviews=5,312", "", "",
-               1940},
-    ExampleRow{kind::analyticsDataFast, "862", "Visitors · 7 days", "Page views=2,140|Sessions=1,011"},
-    ExampleRow{kind::analyticsDataFastChart, "862", "Visitors · 7 days", "Sessions=1,011", "", "", 862},
-    ExampleRow{kind::socialTwitter, "12.4K", "Followers", "Following=318|Posts=2,906"},
-    ExampleRow{kind::xStudio, "12.4K", "Followers", "Followers=12.4K|Posts=2,906"},
-    ExampleRow{kind::socialTikTok, "8,915", "Followers", "Likes=120K|Videos=64"},
-    ExampleRow{kind::socialYouTube, "48.2K", "Subscribers", "Views=3.1M|Videos=212"},
-    ExampleRow{kind::youtubeStudio, "48.2K", "Subscribers", "Subs=48.2K|Views=3.1M"},
+    ExampleRow{kind::shopifyRevenue, "$4180.50", "Total sales · 7 days",
+               "Net sales=$4020.50|Returns=$-64.00|Orders=126|Average order=$33.18", "", "", 780},
+    ExampleRow{kind::shopifyOverview, "$642.30", "Total sales · today",
+               "Net sales=$618.30|Returns=$-24.00|Orders=18|Average order=$35.68", "", "", 642, 1},
+    ExampleRow{kind::shopifyTrends, "$4180.50", "Total sales · 7 days",
+               "Net sales=$4020.50|Returns=$-64.00|Orders=126|Average order=$33.18", "", "", 780},
+    ExampleRow{kind::analyticsResend, "214", "Sent today", "Today=214|This month=4120|Delivered=99.2%", "", "", 0, 0,
+               "Delivery includes delivered, opened, clicked and complained states. "},
+    ExampleRow{kind::analyticsResendOverview, "214", "Sent today", "Today=214|This month=4120|Delivered=99.2%", "", "",
+               0, 0, "Delivery includes delivered, opened, clicked and complained states. "},
+    ExampleRow{kind::analyticsDubOverview, "932", "Clicks · 7 days"},
+    ExampleRow{kind::dubShortener, "2", "Saved links · latest 100", "",
+               "https://example.link/spring=https://example.org/spring-sale|https://example.link/docs=https://"
+               "example.org/docs"},
+    ExampleRow{kind::analyticsPlausible, "3184", "Unique visitors · 7 days", "", "", "", 620},
+    ExampleRow{kind::analyticsPlausibleChart, "3184", "Unique visitors · 7 days", "", "", "", 620},
+    ExampleRow{kind::analyticsSimpleAnalytics, "1940", "Unique visitors · 7 days", "Pageviews=5312", "", "", 370},
+    ExampleRow{kind::analyticsSimpleAnalyticsChart, "1940", "Unique visitors · 7 days", "Pageviews=5312", "", "", 370},
+    ExampleRow{kind::analyticsDataFast, "862", "Unique visitors · 7 days", "Pageviews=2140|Sessions=1011"},
+    ExampleRow{kind::analyticsDataFastChart, "862", "Unique visitors · 7 days", "Pageviews=2140|Sessions=1011", "", "",
+               170},
+    ExampleRow{kind::socialTwitter, "12430", "Followers", "Following=318|Posts=2906", "", "", 0, 0, "Tarn"},
+    ExampleRow{kind::xStudio, "12430", "Followers", "Following=318|Posts=2906", "", "", 0, 0, "Tarn"},
+    ExampleRow{kind::socialTikTok, "8915", "Followers", "Likes=120400|Videos=64", "", "", 0, 0, "Tarn"},
+    ExampleRow{kind::socialYouTube, "48200", "Subscribers", "Subscribers=48200|Views=3104200|Videos=212", "", "", 0, 0,
+               "Tarn"},
+    ExampleRow{kind::youtubeStudio, "48200", "Subscribers", "Subscribers=48200|Views=3104200|Videos=212", "", "", 0, 0,
+               "Tarn"},
     ExampleRow{kind::socialInstagram, "5,630", "Followers"},
-    ExampleRow{kind::stockQuote, "184.20", "+1.24% · ACME", "Change=+2.26"},
-    ExampleRow{kind::stockChart, "184.20", "+1.24% · ACME", "Change=+2.26", "", "", 184.2},
-    ExampleRow{kind::stockWatchlist, "184.20", "ACME", "", "ACME=+1.24%|NORD=+0.31%|TARN=-2.08%"},
-    ExampleRow{kind::cryptoQuote, "$61,480", "-0.84% · 24h"},
-    ExampleRow{kind::cryptoChart, "$61.4K", "-0.84% · 24h", "", "", "", -61480},
-    ExampleRow{kind::cryptoWatchlist, "$61,480", "Bitcoin", "", "Bitcoin=-0.84%|Ethereum=+2.10%|Solana=+4.62%"},
-    ExampleRow{kind::dropbox, "36", "Folder items", "", "Quarterly summary.pdf=1.2 MB|Floor plan.png=640 KB"},
-    ExampleRow{kind::gmailLatest, "Ines Moreau", "Translation deadline", "",
-               "Translation deadline=Ines Moreau|Lunch on Friday?=Sam Okoye"},
-    ExampleRow{kind::gmailUnreadSummary, "7", "Unread messages", "",
-               "Translation deadline=Ines Moreau|Lunch on Friday?=Sam Okoye"},
+    ExampleRow{kind::stockQuote, "$184.20", "+1.24% · ACME", "", "", "", 0, 0, kStock},
+    ExampleRow{kind::stockChart, "$184.20", "+1.24% · ACME", "", "", "", 184.2, 30, "As of 2026-11-24 · Twelve Data"},
+    ExampleRow{kind::stockWatchlist, "3", "Stocks", "",
+               "ACME=$184.20 · +1.24%|NORD=$96.05 · +0.31%|TARN=$412.80 · -2.08%", "", 0, 0, "Twelve Data"},
+    ExampleRow{kind::cryptoQuote, "$61480.25", "-0.84% · 24h", "", "", "", 0, 0, kCoin},
+    ExampleRow{kind::cryptoChart, "$61480.25", "-0.84% · 24h", "", "", "", -61480.25, 168, kCoin},
+    ExampleRow{kind::cryptoWatchlist, "3", "Coins", "",
+               "Bitcoin=$61480.25 · -0.84% · 24h|Ethereum=$3412.70 · +2.10% · 24h|Solana=$148.32 · +4.62% · 24h", "", 0,
+               0, "Coins · USD\nMarket data by CoinGecko"},
+    ExampleRow{kind::dropbox, "2", "Folder items", "",
+               "Quarterly summary.pdf=/Reports/Quarterly summary.pdf|Floor plan.png=/Reports/Floor plan.png"},
+    ExampleRow{kind::gmailLatest, "240", "Inbox messages", "Unread=7|Total=240", kMessages},
+    ExampleRow{kind::gmailUnreadSummary, "7", "Unread in inbox", "Unread=7|Total=240"},
     ExampleRow{kind::homeAssistant, "21.4 °C", "Living room"},
     ExampleRow{kind::appleHome, "3", "Lights on"},
-    ExampleRow{kind::analyticsCursorUsage, "$86.20", "Team usage · 30 days", "Requests=1,912|Tokens=24.6M"},
+    ExampleRow{kind::analyticsCursorUsage, "$86.20", "Team usage · 30 days", "Requests=1912|Tokens=24600000", "", "", 0,
+               0, "Charged cost reported by Cursor. Included subscription allowances are separate."},
     ExampleRow{kind::cursorPersonalUsage, "66%", "Remaining · Plan allowance", "", "", "Plan allowance,34,20160"},
     ExampleRow{kind::claudePlanUsage, "58%", "Remaining · 5 hours", "", "", "5 hours,42,128|7 days,68,4000"},
     ExampleRow{kind::claudePlanUsageGauge, "58%", "Remaining · 5 hours", "", "", "5 hours,42,128|7 days,68,4000"},
@@ -83,28 +113,52 @@ constexpr std::array kExamples = {
     ExampleRow{kind::glmUsage, "47%", "Remaining · Token allowance", "", "",
                "Token allowance,53,190|Tool allowance,12,9000"},
     ExampleRow{kind::openCodeUsage, "81%", "Remaining · 5 hours", "", "", "5 hours,19,230|Week,44,5000|Month,51,18000"},
-    ExampleRow{kind::antigravityUsage, "70%", "Remaining · 5 hours", "", "", "5 hours,30,200"},
+    ExampleRow{kind::antigravityUsage, "70%", "Remaining · 5 hours"},
     ExampleRow{kind::perplexityUsage, "284", "Pro remaining", "Pro=284|Research=18|Labs=9"},
 };
 
 QStringList partsOf(const char* text, QChar by) { return QString::fromUtf8(text).split(by, Qt::SkipEmptyParts); }
 
+/// Neither a quote of a stock nor a session on this computer has a page.
+bool opensPages(QLatin1StringView kind) {
+  return kind != kind::stockWatchlist && kind != kind::analyticsClaudeCodeStatus;
+}
+
+/// A text as its reader writes it: "$-64.00" is an amount, and all else is plain.
+QString written(const QString& text, const QLocale& locale) {
+  QStringList parts = text.split(u" · "_s);
+  for (QString& part : parts) {
+    bool isAmount = false;
+    const double amount = part.startsWith(u'$') && !part.contains(u',') ? part.sliced(1).toDouble(&isAmount) : 0;
+    if (part.startsWith(u'#')) part = locale.toString(part.sliced(1).toInt());
+    if (isAmount) part = Money::text(amount, u"USD"_s, locale);
+  }
+  return parts.join(u" · "_s);
+}
+
 /// A curve that looks like what happened, and is the same each time. A negative trend falls.
-QList<double> series(double trend) {
+QList<double> series(double trend, int count) {
   QList<double> values;
-  constexpr int days = 138;
   const double size = std::abs(trend);
-  for (int i = 0; i < days; ++i) {
-    const double at = trend > 0 ? i : days - i;
+  for (int i = 0; i < count; ++i) {
+    const double at = 28.0 * (trend > 0 ? i : count - i) / count;
     const double wave = std::sin(at * 0.9) * 0.5 + std::sin(at * 0.37) * 0.6 + std::sin(at * 2.3) * 0.3;
-    values << std::max(0.0, std::round(size * (0.45 + 0.35 * at / days + 0.22 * wave)));
+    values << std::round(size * (0.75 + 0.2 * at / 28 + 0.1 * wave));
   }
   return values;
 }
 
+/// Prices, the last of which is the one that is told.
+QList<double> prices(double trend, int count) {
+  QList<double> values = series(trend * 100, count);
+  const double last = values.last();
+  for (double& value : values) value *= std::abs(trend) / last;
+  return values;
+}
+
 /// What was done on each of them: on some of them nothing.
-QList<double> days(double most) {
-  QList<double> values = series(most);
+QList<double> days(double most, int count) {
+  QList<double> values = series(most, count);
   for (qsizetype i = 0; i < values.size(); ++i) {
     const double chance = std::abs(std::sin(static_cast<double>(i) * 12.9898) * 43758.5453);
     values[i] = std::floor(std::max(0.0, (chance - std::floor(chance)) * 1.7 - 0.7) * most);
@@ -113,27 +167,33 @@ QList<double> days(double most) {
   return values;
 }
 
-RemoteReading exampleOf(const ExampleRow& row, const QDateTime& now) {
+QList<double> numbersOf(const ExampleRow& row) {
+  if (row.trend == 0) return {};
+  if (row.kind == kind::analyticsGitHubContributions) return days(row.trend, row.count);
+  if (row.kind == kind::stockChart || row.kind == kind::cryptoChart) return prices(row.trend, row.count);
+  return series(row.trend, row.count);
+}
+
+RemoteReading exampleOf(const ExampleRow& row, const QDateTime& now, const QLocale& locale) {
   RemoteReading reading;
   reading.goodAt = now;
   RemoteValue& value = reading.value;
-  value.value = QString::fromUtf8(row.value);
+  value.value = written(QString::fromUtf8(row.value), locale);
   value.subtitle = QString::fromUtf8(row.subtitle);
+  value.detail = QString::fromUtf8(row.detail);
   value.updated = now;
   for (const QString& metric : partsOf(row.metrics, u'|'))
-    value.metrics << ServiceMetric{metric.section(u'=', 0, 0), metric.section(u'=', 1)};
+    value.metrics << ServiceMetric{metric.section(u'=', 0, 0), written(metric.section(u'=', 1), locale)};
   for (const QString& each : partsOf(row.rows, u'|'))
-    value.rows << ServiceRow{each, each.section(u'=', 0, 0), each.section(u'=', 1), QUrl(u"https://example.org/"_s)};
+    value.rows << ServiceRow{each, each.section(u'=', 0, 0), written(each.section(u'=', 1), locale),
+                             opensPages(row.kind) ? std::optional(QUrl(u"https://example.org/"_s)) : std::nullopt};
   for (const QString& each : partsOf(row.windows, u'|')) {
     const QStringList parts = each.split(u',');
     value.usageWindows << UsageWindow{parts[0], parts[0], parts[1].toDouble(), std::nullopt,
                                       now.addSecs(parts[2].toLongLong() * 60)};
+    value.metrics << ServiceMetric{parts[0], UsageWords::leftWords(value.usageWindows.last())};
   }
-  if (row.trend != 0)
-    value.numbers = row.kind == kind::analyticsGitHubContributions ? days(row.trend) : series(row.trend);
-  // A week or two of most, more of days that are squares and of prices.
-  if (row.kind != kind::analyticsGitHubContributions && value.numbers.size() > 0)
-    value.numbers = value.numbers.last(row.kind == kind::analyticsSimpleAnalyticsChart ? 8 : 28);
+  value.numbers = numbersOf(row);
   return reading;
 }
 
@@ -172,9 +232,9 @@ constexpr std::pair<QLatin1StringView, ReadExample> kReadExamples[] = {
 
 }  // namespace
 
-QHash<QString, RemoteReading> serviceExamples(const QDateTime& now) {
+QHash<QString, RemoteReading> serviceExamples(const QDateTime& now, const QLocale& locale) {
   QHash<QString, RemoteReading> examples;
-  for (const ExampleRow& row : kExamples) examples.insert(row.kind, exampleOf(row, now));
+  for (const ExampleRow& row : kExamples) examples.insert(row.kind, exampleOf(row, now, locale));
   for (const auto& [kind, read] : kReadExamples) {
     RemoteReading reading;
     reading.value = read(now);

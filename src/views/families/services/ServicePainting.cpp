@@ -3,6 +3,8 @@
 #include <cmath>
 #include <span>
 
+#include "views/families/services/ServiceFitting.h"
+#include "views/families/services/ServiceMarkets.h"
 #include "views/families/services/ServiceSeries.h"
 #include "views/families/services/ServiceTile.h"
 #include "views/theme/BadgePicture.h"
@@ -22,9 +24,8 @@ constexpr double kBareTileBadge = 26;
 constexpr double kSmallBadge = 16;
 constexpr double kSmallBadgeCorner = 5;
 constexpr double kSmallBadgePlace = 12;
-constexpr double kFigureUnitGap = 2;
 constexpr double kChangeBaseline = 30;
-constexpr double kChangeGap = 8;
+constexpr double kChangeGap = 6;
 
 // Beside a headline.
 constexpr double kSparkGap = 10;
@@ -82,12 +83,6 @@ constexpr double kWorkDotSpace = 14;
 constexpr std::array kHeadlineStyles = {TextStyle::Headline, TextStyle::Figure17, TextStyle::Title,
                                         TextStyle::ListRowStrong};
 
-double widthOf(const TileCanvas& canvas, const FigureWords& words, TextStyle style) {
-  const double unit =
-      words.unit.isEmpty() ? 0 : kFigureUnitGap + TextLine::unit(words.unit, style, canvas.scale()).width();
-  return canvas.line(words.figure, style).width() + unit;
-}
-
 void badgeAt(TileCanvas& canvas, const ServiceContent& content, QPointF centre, double side, double corner) {
   drawServiceBadge(canvas.painter(), QRectF(centre.x() - side / 2, centre.y() - side / 2, side, side), corner,
                    content.badge, canvas.colors(), canvas.showsLastRow() ? BadgeDetail::Whole : BadgeDetail::Initial);
@@ -111,59 +106,27 @@ int signOfCaption(const ServiceContent& content) {
   return content.change.isEmpty() ? 0 : FigureWords::signOf(content.captions.first());
 }
 
-QColor changeInk(const TileCanvas& canvas, int sign) {
-  if (sign == 0) return canvas.colors().secondary;
-  return canvas.colors().accentWord(sign > 0 ? Accent::Green : Accent::Red);
-}
-
-/// The largest style in which a figure fits as a whole; absent where none is small enough.
-std::optional<TextStyle> fittingStyle(const TileCanvas& canvas, const FigureWords& words, double space,
-                                      std::span<const TextStyle> styles) {
-  for (const TextStyle style : styles)
-    if (widthOf(canvas, words, style) <= space) return style;
-  return std::nullopt;
-}
-
-/// Draws a figure in the largest style that fits, shortened where none does. Returns where it ends.
-double drawFitting(TileCanvas& canvas, const FigureWords& words, QPointF place, double space, const QColor& ink,
-                   std::span<const TextStyle> styles) {
-  if (const auto style = fittingStyle(canvas, words, space, styles))
-    return canvas.figure(place.x(), place.y(), *style, words.figure, words.unit, ink);
-  const QString whole = words.unit.isEmpty() ? words.figure : words.figure + u' ' + words.unit;
-  const TextLine line = canvas.line(whole, styles.back()).elided(space, Elide::End);
-  line.draw(canvas.painter(), place, ink);
-  return place.x() + line.width();
-}
-
-/// The curve of what rose or fell has the colour of that.
-QColor curveInk(const TileCanvas& canvas, const ServiceContent& content) {
-  const int sign = FigureWords::signOf(content.change);
-  return sign == 0 ? canvas.accent() : canvas.colors().accent(sign > 0 ? Accent::Green : Accent::Red);
-}
-
-ChartLook lookOf(const TileCanvas& canvas, const ServiceContent& content, const QList<double>& numbers) {
-  ChartLook look{curveInk(canvas, content)};
-  const auto [least, most] = std::ranges::minmax(numbers);
-  // A curve of prices is seen by its changes, one of counts from nothing on.
-  const double space = most > least ? (most - least) * 0.1 : std::max(1.0, std::abs(most) * 0.1);
-  look.low = least - space;
-  look.high = most + space;
-  look.depth = numbers.size();
-  return look;
-}
-
 void drawCaption(TileCanvas& canvas, const ServiceContent& content, double x, double baseline, double space) {
   const TextLine line = Typography::fitting(content.captions, TextStyle::Caption, space, Elide::End, canvas.scale());
   line.draw(canvas.painter(), {x, baseline}, changeInk(canvas, signOfCaption(content)));
 }
 
-/// Draws what the value changed by at the right of it. Returns whether there is space for that.
-bool drawChange(TileCanvas& canvas, const ServiceContent& content, double from) {
-  if (content.change.isEmpty()) return false;
-  const TextLine line = canvas.line(content.change, TextStyle::TabLabel);
-  const double right = canvas.width() - theme::kTextRight;
-  if (line.width() > right - from - kChangeGap) return false;
-  line.drawRight(canvas.painter(), {right, kChangeBaseline}, changeInk(canvas, FigureWords::signOf(content.change)));
+/// Draws a large figure with what it changed by at its right, and below what it is. Returns whether there is space for
+/// that.
+bool paintChanged(TileCanvas& canvas, const ServiceContent& content, double x, double space) {
+  static constexpr std::array styles = {TextStyle::Headline, TextStyle::Figure17};
+  const TextLine change = canvas.line(content.change, TextStyle::TabLabel);
+  const double left = space - change.width() - kChangeGap;
+  // Of a price the cents matter more than its size.
+  std::optional<FittedFigure> fitted;
+  if (content.isQuote) fitted = fitting(canvas, {content.headline}, left, styles);
+  if (!fitted) fitted = fitting(canvas, content.ways(), left, styles);
+  if (!fitted) return false;
+  canvas.figure(x, theme::kHeadlineBaseline, fitted->style, fitted->words.figure, fitted->words.unit,
+                inkOf(canvas, content));
+  change.drawRight(canvas.painter(), {canvas.width() - theme::kTextRight, kChangeBaseline},
+                   changeInk(canvas, FigureWords::signOf(content.change)));
+  canvas.text(x, theme::kCaptionBaseline, space, TextStyle::Caption, content.beside, canvas.colors().secondary);
   return true;
 }
 
@@ -175,7 +138,7 @@ void drawSpark(TileCanvas& canvas, const ServiceContent& content, double from) {
   const double right = canvas.width() - theme::kTextRight;
   const double width = std::min(kSparkMost, right - from - kSparkGap);
   if (width < kSparkLeast) return;
-  ChartLook look = lookOf(canvas, content, latest);
+  ChartLook look = seriesLook(canvas, content, latest);
   look.filled = look.marked = false;
   paintChart(canvas, {right - width, kSparkTop, width, kSparkHeight}, latest, look);
 }
@@ -189,20 +152,17 @@ void paintValueTile(TileCanvas& canvas, const ServiceContent& content) {
   static constexpr std::array words = {TextStyle::Title, TextStyle::BodyStrong};
   const std::span<const TextStyle> styles =
       content.headline.isNumber ? std::span<const TextStyle>(kHeadlineStyles) : std::span<const TextStyle>(words);
-  const TextStyle style = fittingStyle(canvas, content.headline, space, styles).value_or(styles.back());
+  const std::optional<FittedFigure> fitted = fitting(canvas, content.ways(), space, styles);
+  const TextStyle style = fitted ? fitted->style : styles.back();
   const bool isLarge = style == TextStyle::Headline || style == TextStyle::Figure17;
   if (!canvas.showsCaption()) {
     const double baseline = TileCanvas::centredBaseline(canvas.line(content.headline.figure, style));
-    drawFitting(canvas, content.headline, {x, baseline}, space, inkOf(canvas, content), styles);
+    drawFitting(canvas, content.ways(), {x, baseline}, space, inkOf(canvas, content), styles);
     return;
   }
-  const double end = drawFitting(canvas, content.headline, {x, isLarge ? kHeadlineBaseline : kTitleBaseline}, space,
+  if (!content.change.isEmpty() && paintChanged(canvas, content, x, space)) return;
+  const double end = drawFitting(canvas, content.ways(), {x, isLarge ? kHeadlineBaseline : kTitleBaseline}, space,
                                  inkOf(canvas, content), styles);
-  if (isLarge && drawChange(canvas, content, end)) {
-    canvas.text(x, kCaptionBaseline, canvas.spaceAfter(x), TextStyle::Caption, content.beside,
-                canvas.colors().secondary);
-    return;
-  }
   if (isLarge) drawSpark(canvas, content, end);
   drawCaption(canvas, content, x, isLarge ? kCaptionBaseline : kTitleCaptionBaseline, canvas.spaceAfter(x));
 }
@@ -260,7 +220,7 @@ void paintSeriesTile(TileCanvas& canvas, const ServiceContent& content) {
   badgeAt(canvas, content, {kSmallBadgePlace + kSmallBadge / 2, kSmallBadgePlace + kSmallBadge / 2}, kSmallBadge,
           kSmallBadgeCorner);
   const double right = canvas.width() - kTextRight;
-  const double end = drawFitting(canvas, content.headline, {kTextLeft, kSeriesBaseline},
+  const double end = drawFitting(canvas, content.ways(), {kTextLeft, kSeriesBaseline},
                                  right - kSeriesLeast - kSeriesGap - kTextLeft, inkOf(canvas, content), styles);
   const double left = std::max(end, kSmallBadgePlace + kSmallBadge) + kSeriesGap;
   const QRectF box(left, kSeriesTop, right - left, kSeriesFoot - kSeriesTop);
@@ -272,34 +232,45 @@ void paintSeriesTile(TileCanvas& canvas, const ServiceContent& content) {
     default: {
       const double width = std::min(box.width(), kLineWidest);
       paintChart(canvas, {right - width, kLineTop, width, kLineTall}, content.numbers,
-                 lookOf(canvas, content, content.numbers));
+                 seriesLook(canvas, content, content.numbers));
     }
   }
 }
 
 // --- Figures --------------------------------------------------------------------------------------------------------
 
+struct Column {
+  QString label;
+  FigureWords words;
+  double width = 0;
+};
+
 struct Columns {
-  QList<double> widths;
+  QList<Column> all;
   TextStyle style = TextStyle::Title;
 };
 
-/// As many figures as fit whole with their names, in the largest style in which they do.
-Columns columnsOf(const TileCanvas& canvas, const QList<ServiceMetric>& figures, double space) {
+/// As many figures as fit whole with their names, in the largest style in which they do; of those too long for that in
+/// a shorter way.
+Columns columnsOf(const TileCanvas& canvas, const QList<ServiceFigure>& figures, double space) {
   static constexpr std::array styles = {TextStyle::Headline, TextStyle::Figure17, TextStyle::Title};
   for (qsizetype count = figures.size(); count > 1; --count) {
     const double forAll = space - kColumnGap * static_cast<double>(count - 1);
     for (const TextStyle style : styles) {
-      Columns columns{{}, style};
-      double taken = 0;
-      for (const ServiceMetric& figure : figures.first(count)) {
-        columns.widths << std::max(widthOf(canvas, FigureWords::of(figure.value), style),
-                                   canvas.line(figure.label, TextStyle::Caption).width());
-        taken += columns.widths.last();
+      for (const bool isShort : {false, true}) {
+        Columns columns{{}, style};
+        double taken = 0;
+        for (const ServiceFigure& figure : figures.first(count)) {
+          const FigureWords& words = isShort ? figure.ways.last() : figure.ways.first();
+          const double width =
+              std::max(widthOf(canvas, words, style), canvas.line(figure.label, TextStyle::Caption).width());
+          columns.all << Column{figure.label, words, width};
+          taken += width;
+        }
+        if (taken > forAll) continue;
+        for (Column& column : columns.all) column.width += (forAll - taken) / static_cast<double>(count);
+        return columns;
       }
-      if (taken > forAll) continue;
-      for (double& width : columns.widths) width += (forAll - taken) / static_cast<double>(count);
-      return columns;
     }
   }
   return {};
@@ -309,18 +280,17 @@ void paintFiguresTile(TileCanvas& canvas, const ServiceContent& content) {
   using namespace theme;
   double left = textAfterBadge(canvas);
   const Columns columns = columnsOf(canvas, content.figures, canvas.spaceAfter(left));
-  if (columns.widths.isEmpty()) return paintValueTile(canvas, content);
+  if (columns.all.isEmpty()) return paintValueTile(canvas, content);
   badgeBefore(canvas, content);
-  for (qsizetype i = 0; i < columns.widths.size(); ++i) {
-    if (i > 0)
+  for (const Column& column : columns.all) {
+    if (&column != &columns.all.first())
       canvas.painter().fillRect(
           canvas.snapped({left - kColumnPadding, kTileMiddle - kDividerHeight / 2, 1, kDividerHeight}),
           canvas.colors().hairline);
-    const FigureWords words = FigureWords::of(content.figures[i].value);
-    canvas.figure(left, kHeadlineBaseline, columns.style, words.figure, words.unit, inkOf(canvas, content));
-    canvas.text(left, kCaptionBaseline, columns.widths[i] + 1, TextStyle::Caption, content.figures[i].label,
-                canvas.colors().secondary);
-    left += columns.widths[i] + kColumnGap;
+    canvas.figure(left, kHeadlineBaseline, columns.style, column.words.figure, column.words.unit,
+                  inkOf(canvas, content));
+    canvas.text(left, kCaptionBaseline, column.width + 1, TextStyle::Caption, column.label, canvas.colors().secondary);
+    left += column.width + kColumnGap;
   }
 }
 
@@ -365,35 +335,27 @@ void paintGaugeTile(TileCanvas& canvas, const ServiceContent& content) {
   if (bar.share > 0) canvas.arc(centre, kGaugeRadius, kGaugeStroke, kGaugeBegin, kGaugeSweep * bar.share, ink);
   const FigureWords words = FigureWords::of(bar.percent);
   static constexpr std::array styles = {TextStyle::Gauge, TextStyle::Title, TextStyle::ListRowStrong};
-  const TextStyle style = fittingStyle(canvas, words, kGaugeInside, styles).value_or(styles.back());
+  const auto fitted = fitting(canvas, {words}, kGaugeInside, styles);
+  const TextStyle style = fitted ? fitted->style : styles.back();
   canvas.figure(centre.x() - widthOf(canvas, words, style) / 2, kGaugeFigureBaseline, style, words.figure, words.unit,
                 inkOf(canvas, content));
   const double space = canvas.width() - kGaugeText - kGaugeEnd;
   static constexpr std::array names = {TextStyle::Title, TextStyle::BodyStrong, TextStyle::TabLabel};
   const bool both = canvas.showsCaption();
-  const TextLine name =
-      canvas.line(content.headline.figure, fittingStyle(canvas, content.headline, space, names).value_or(names.back()));
+  const auto whole = fitting(canvas, {content.headline}, space, names);
+  const TextLine name = canvas.line(content.headline.figure, whole ? whole->style : names.back());
   name.elided(space, Elide::End)
       .draw(canvas.painter(), {kGaugeText, both ? theme::kTitleBaseline : TileCanvas::centredBaseline(name)},
             canvas.colors().primary);
   if (both) drawCaption(canvas, content, kGaugeText, theme::kTitleCaptionBaseline, space);
 }
 
-// --- A list ---------------------------------------------------------------------------------------------------------
-
-void paintListTile(TileCanvas& canvas, const ServiceContent& content) {
-  const QList<double> baselines = canvas.rowBaselines(content.rows.size());
-  for (qsizetype i = 0; i < baselines.size(); ++i) {
-    const ServiceMetric& row = content.rows[i];
-    canvas.row(theme::kTextLeft, baselines[i], row.label, TextStyle::ListRowStrong, row.value,
-               changeInk(canvas, FigureWords::signOf(row.value)));
-  }
-}
-
 void paintShape(TileCanvas& canvas, const ServiceContent& content) {
   const bool isBare = !canvas.showsCaption();
   switch (content.shape) {
     case ServiceShape::Line:
+      if (content.isQuote && !isBare) return paintQuoteSeries(canvas, content);
+      [[fallthrough]];
     case ServiceShape::Bars:
     case ServiceShape::Squares:
       return isBare ? paintValueTile(canvas, content) : paintSeriesTile(canvas, content);
@@ -404,7 +366,7 @@ void paintShape(TileCanvas& canvas, const ServiceContent& content) {
     case ServiceShape::Gauge:
       return paintGaugeTile(canvas, content);
     case ServiceShape::List:
-      return paintListTile(canvas, content);
+      return paintWatchlist(canvas, content);
     case ServiceShape::Work:
       return paintWorkTile(canvas, content);
     case ServiceShape::Value:

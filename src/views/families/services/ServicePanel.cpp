@@ -13,6 +13,7 @@
 #include "views/controls/Rows.h"
 #include "views/controls/WholeText.h"
 #include "views/families/services/ServiceAction.h"
+#include "views/families/services/ServiceFigures.h"
 #include "views/families/services/ServicesRoom.h"
 #include "views/panels/PanelWords.h"
 #include "views/panels/RowList.h"
@@ -125,16 +126,20 @@ class ServicePanel final : public TilePanel {
     state.badge = serviceBadge(definition());
     state.title = title();
     const bool later = context().comesLater;
-    state.sentence =
-        (later
-             ? PanelWords::tr("%1 comes with a later version of Tarnwick. A figure from an address of your own can be "
-                              "shown now.")
-             : PanelWords::tr("Connect %1 to see its latest values here."))
-            .arg(definition().name);
+    state.sentence = unconnectedSentence(definition().id, later).arg(definition().name);
     state.button = PanelWords::tr("Connect…");
     state.act = [this] { openEditor(); };
     state.isQuiet = later;
     showEmpty(state);
+  }
+
+  static QString unconnectedSentence(const QString& kind, bool later) {
+    if (later)
+      return PanelWords::tr(
+          "%1 comes with a later version of Tarnwick. A figure from an address of your own can be shown now.");
+    if (hasAddressAlone(kind))
+      return PanelWords::tr("%1 cannot be signed in to. One figure from an address of your own can be shown.");
+    return PanelWords::tr("Connect %1 to see its latest values here.");
   }
 
   void show(const RemoteReading& reading, const TileSources& sources) {
@@ -146,12 +151,13 @@ class ServicePanel final : public TilePanel {
     setPlainTip(*page_, PanelWords::tr("Open %1").arg(page.host()));
     header().setNote(noteOf(reading, state, sources));
     setMessage(state.problem);
-    showHeadline(value, state, sources.locale);
-    showChart(value.numbers, sources.locale);
+    const ServiceFigures figures = ServiceFigures::of(widget(), sources);
+    showHeadline(value, state, figures);
+    showChart(value, sources.locale);
     showUsage(value.usageWindows, sources);
     // The figures of allowances are said with their bars.
-    showMetrics(value.usageWindows.isEmpty() ? value.metrics : QList<ServiceMetric>(), sources.locale);
-    showRows(value.rows, sources);
+    showMetrics(value.usageWindows.isEmpty() ? value.metrics : QList<ServiceMetric>(), figures);
+    showRows(value.rows, figures, sources);
     const bool saysMore = value.usageWindows.isEmpty() && !state.hasFailed && !value.detail.isEmpty();
     setShown(detail_, saysMore);
     detail_->setText(saysMore ? value.detail : QString());
@@ -167,9 +173,10 @@ class ServicePanel final : public TilePanel {
     return PanelWords::tr("Updated %1").arg(ClockWords::time(at, sources.locale, sources.use24Hour).full());
   }
 
-  void showHeadline(const RemoteValue& value, const RemoteState& state, const QLocale& locale) {
-    const bool isMissing = !value.value || value.value->trimmed().isEmpty();
-    const FigureWords words = FigureWords::of(FigureWords::localised(value.value.value_or(QString()), locale));
+  void showHeadline(const RemoteValue& value, const RemoteState& state, const ServiceFigures& figures) {
+    const ServiceHeadline headline = ServiceHeadline::of(value.value.value_or(QString()));
+    const bool isMissing = headline.text.trimmed().isEmpty();
+    const FigureWords words = figures.ways(headline.text).first();
     const bool isFigure = !isMissing && words.isNumber && fits(words);
     setShown(figure_, isFigure);
     if (isFigure) figure_->setFigure(words.figure, words.unit);
@@ -178,8 +185,16 @@ class ServicePanel final : public TilePanel {
     QString below = state.hasFailed ? QString() : value.subtitle;
     if (isMissing && below.isEmpty() && !state.hasFailed && value.usageWindows.isEmpty() && value.rows.isEmpty())
       below = PanelWords::tr("No value yet");
-    setShown(subtitle_, !below.isEmpty());
-    subtitle_->setText(FigureWords::localised(below, locale));
+    const ServiceText parts = figures.aside(below);
+    const QString said = isFigure ? headline.remark + parts.joined() : parts.joined();
+    setShown(subtitle_, !said.isEmpty());
+    subtitle_->setText(said);
+    subtitle_->setPart(parts.change, toneOf(parts.change));
+  }
+
+  static Tone toneOf(const QString& change) {
+    const int sign = FigureWords::signOf(change);
+    return sign > 0 ? Tone::Rise : sign < 0 ? Tone::Fall : Tone::Primary;
   }
 
   static bool fits(const FigureWords& words) {
@@ -189,16 +204,20 @@ class ServicePanel final : public TilePanel {
            theme::kPanelWidth - theme::kPanelPadding * 2 - theme::kRowGap;
   }
 
-  void showChart(const QList<double>& numbers, const QLocale& locale) {
-    const QList<double> values = plottable(numbers);
+  void showChart(const RemoteValue& value, const QLocale& locale) {
+    const QList<double> values = plottable(value.numbers);
     setShown(chart_, values.size() > 1);
     if (values.size() < 2) return;
     // What varies little beside how much it is would be a straight line high above nothing; bars are lengths.
     const auto [least, most] = std::ranges::minmax(values);
     const bool isFlat = !showsBars(context().kind()) && least > most / 2 && least < most;
     chart_->setMinimum(least < 0 || isFlat ? least : 0);
-    chart_->setSeries({{values, {}}});
-    const auto words = [locale](double value) { return numberWords(value, locale); };
+    // The curve of what rose or fell has the colour of that, as in the tile.
+    const int sign = FigureWords::signOf(ServiceText::of(value.subtitle).change);
+    std::optional<Accent> accent;
+    if (sign != 0) accent = sign > 0 ? Accent::Green : Accent::Red;
+    chart_->setSeries({{values, accent}});
+    const auto words = [locale](double number) { return numberWords(number, locale); };
     chart_->setWords(words);
     chart_->setAccessibleDescription(
         PanelWords::tr("Lowest %1, highest %2, latest %3").arg(words(least), words(most), words(values.last())));
@@ -222,15 +241,15 @@ class ServicePanel final : public TilePanel {
     usage_->setRows(views);
   }
 
-  void showMetrics(const QList<ServiceMetric>& metrics, const QLocale& locale) {
+  void showMetrics(const QList<ServiceMetric>& metrics, const ServiceFigures& figures) {
     setShown(metrics_, !metrics.isEmpty());
     if (metrics == shownMetrics_) return;
     shownMetrics_ = metrics;
     QList<QWidget*> rows;
     for (const ServiceMetric& metric : metrics.first(std::min(metrics.size(), kMostRows))) {
       auto* row = new ListRow(metric.label);
-      const QString figure = FigureWords::localised(metric.value, locale);
-      row->setValue(figure);
+      const QString figure = figures.words(metric.value);
+      row->setValue(figure, toneOf(ServiceText::of(figure).change));
       row->setParted(!rows.isEmpty());
       setPlainTip(*row, metric.label + u": "_s + figure);
       rows << row;
@@ -238,7 +257,7 @@ class ServicePanel final : public TilePanel {
     metrics_->setRows(rows);
   }
 
-  void showRows(const QList<ServiceRow>& all, const TileSources& sources) {
+  void showRows(const QList<ServiceRow>& all, const ServiceFigures& figures, const TileSources& sources) {
     QList<AgedRow> shown;
     for (const ServiceRow& row : all.first(std::min(all.size(), kMostRows)))
       shown << AgedRow{row, row.at ? agoWord(*row.at, sources.now, sources.locale) : QString()};
@@ -249,22 +268,28 @@ class ServicePanel final : public TilePanel {
     shownRows_ = shown;
     QList<QWidget*> rows;
     for (const auto& [each, age] : std::as_const(shown)) {
-      ListRow* row = makeRow(each, age, sources.locale);
+      ListRow* row = makeRow(each, age, figures);
       row->setParted(!rows.isEmpty());
       rows << row;
     }
     rows_->setRows(rows);
   }
 
-  ListRow* makeRow(const ServiceRow& each, const QString& age, const QLocale& locale) {
+  ListRow* makeRow(const ServiceRow& each, const QString& age, const ServiceFigures& figures) {
     auto* row = new ListRow(each.title);
     if (!age.isEmpty()) row->setValue(age, Tone::Secondary);
-    // A figure stands beside it, words stand below.
-    const QString beside = FigureWords::localised(each.subtitle, locale);
-    if (FigureWords::of(beside).isNumber)
+    const ServiceText parts = figures.aside(each.subtitle);
+    const QString beside = parts.joined();
+    // A change stands beside it, with what belongs to that, and what changed stands below; so do words. A figure alone
+    // stands beside it.
+    if (!parts.change.isEmpty()) {
+      row->setValue(ServiceText{{}, parts.change, parts.after}.joined(), toneOf(parts.change));
+      row->setCaption(parts.before);
+    } else if (FigureWords::of(beside).isNumber || beside == u"—") {
       row->setValue(beside);
-    else
+    } else {
       row->setCaption(beside);
+    }
     QString whole = beside.isEmpty() ? each.title : each.title + u" · "_s + beside;
     if (!age.isEmpty()) whole += u" · "_s + age;
     setPlainTip(*row, whole);

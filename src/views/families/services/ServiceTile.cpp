@@ -8,6 +8,7 @@
 #include "base/Text.h"
 #include "services/RemoteRules.h"
 #include "services/UsageWords.h"
+#include "views/families/services/ServiceFigures.h"
 #include "views/tiles/GenericTile.h"
 #include "widgets/TileWords.h"
 #include "widgets/catalog/Kinds.h"
@@ -85,55 +86,130 @@ ServiceShape shapeOf(ServiceShape wish, const ServiceContent& content) {
   return content.bars.isEmpty() || wish == ServiceShape::Gauge ? ServiceShape::Value : ServiceShape::Windows;
 }
 
-QStringList captionsOf(const RemoteReading& reading, const RemoteState& state, const QString& name) {
+QStringList captionsOf(const RemoteState& state, const QString& label, const QString& brief) {
   if (!state.pause.isEmpty()) return {state.pause, TileWords::tr("Until %1").arg(state.until)};
   if (state.hasFailed) {
     if (state.age.isEmpty()) return {state.problem};
     return {TileWords::tr("Last value, %1").arg(state.age), state.age};
   }
-  const QString label = reading.value.subtitle.isEmpty() ? name : reading.value.subtitle;
-  // Where a service says of what and of how many days, the first says most.
-  if (state.age.isEmpty()) return {label, label.section(u" · "_s, 0, 0)};
-  return {label + u" · "_s + state.age, state.age};
+  if (state.age.isEmpty()) return {label, brief};
+  return {label + u" · "_s + state.age, brief + u" · "_s + state.age, state.age};
+}
+
+/// As many as a tile has space for, the headline among them.
+QList<ServiceMetric> leadingFigures(const RemoteValue& value) {
+  QList<ServiceMetric> all = value.metrics;
+  const auto isHeadline = [&](const ServiceMetric& metric) { return metric.value == value.value; };
+  if (value.value && !all.isEmpty() && std::ranges::none_of(all, isHeadline))
+    all.prepend({value.subtitle.section(u" · "_s, 0, 0), *value.value});
+  return all.first(std::min(all.size(), kMostFigures));
+}
+
+QString withProblem(const QString& words, const RemoteState& state) {
+  if (state.problem.isEmpty()) return words;
+  return words.isEmpty() ? state.problem : words + u". "_s + state.problem;
+}
+
+/// Who wrote a message: the name of "Ines Moreau <ines@example.org>", or the address where there is none.
+QString senderOf(const QString& from) {
+  QString name = from.section(u'<', 0, 0).trimmed();
+  if (name.size() > 1 && name.startsWith(u'"') && name.endsWith(u'"')) name = name.sliced(1).chopped(1).trimmed();
+  if (!name.isEmpty()) return name;
+  return from.section(u'<', 1).section(u'>', 0, 0).trimmed();
 }
 
 /// The words for a screen reader and the tip, where nothing is left out.
-QString spokenOf(const ServiceContent& content, const RemoteReading& reading, const TileSources& sources) {
+QString spokenOf(const ServiceContent& content, const RemoteReading& reading, const TileSources& sources,
+                 const ServiceFigures& figures) {
   QStringList parts;
   const auto add = [&parts](const QString& part) {
     if (!part.isEmpty() && !parts.contains(part)) parts << part;
   };
+  const RemoteValue& value = reading.value;
   if (content.shape == ServiceShape::List) {
-    for (const ServiceMetric& row : content.rows) add((row.label + u' ' + row.value).trimmed());
+    for (const ServiceRow& row : value.rows.first(content.rows.size()))
+      add((row.title + u' ' + row.subtitle).trimmed());
   } else if (content.shape == ServiceShape::Figures) {
-    for (const ServiceMetric& figure : content.figures) add(figure.label + u' ' + figure.value);
-  } else if (!reading.value.usageWindows.isEmpty()) {
-    for (const UsageWindow& window : reading.value.usageWindows)
+    for (const ServiceMetric& metric : leadingFigures(value)) add(metric.label + u' ' + figures.words(metric.value));
+  } else if (!value.usageWindows.isEmpty()) {
+    for (const UsageWindow& window : value.usageWindows)
       add(UsageWords::line(inZoneOf(window, sources), sources.locale, sources.use24Hour));
-  } else if (reading.value.value) {
-    add(FigureWords::localised(*reading.value.value, sources.locale));
-    if (!content.state.hasFailed && !reading.value.loading) add(reading.value.subtitle);
+  } else if (value.value) {
+    add(figures.words(*value.value));
+    if (content.isQuote && !value.subtitle.contains(content.beside)) add(content.beside);
+    if (!content.state.hasFailed && !value.loading) add(value.subtitle);
   } else if (content.state.problem.isEmpty()) {
     add(content.captions.value(0));
   }
   add(content.state.age);
-  const QString words = parts.join(u", "_s);
-  if (content.state.problem.isEmpty()) return words;
-  return words.isEmpty() ? content.state.problem : words + u". "_s + content.state.problem;
+  return withProblem(parts.join(u", "_s), content.state);
 }
 
-/// Takes what a caption says of a change apart: "+1.24% · ACME" is a rise, and ACME.
-void findChange(ServiceContent& content, const QString& caption, const QString& name, const QLocale& locale) {
-  QStringList rest = caption.split(u" · "_s);
-  const auto found = std::ranges::find_if(
-      rest, [](const QString& part) { return FigureWords::signOf(part) != 0 && FigureWords::of(part).isNumber; });
-  if (found == rest.end()) return;
-  const QString before = *found;
-  content.change = FigureWords::localised(before, locale);
-  *found = content.change;
-  content.captions = {rest.join(u" · "_s), content.change};
-  rest.erase(found);
-  content.beside = rest.isEmpty() ? name : rest.join(u" · "_s);
+/// What a price is the price of: a stock's symbol is in its subtitle, a coin's name in what else is said of it.
+QString quotedOf(const QString& kind, const RemoteValue& value, const QString& rest, const QString& name) {
+  const bool isCoin = kind == kind::cryptoQuote || kind == kind::cryptoChart;
+  const QString coin = isCoin ? value.detail.section(u'\n', 0, 0) : QString();
+  if (!coin.isEmpty()) return coin;
+  return rest.isEmpty() ? name : rest;
+}
+
+bool isQuoteKind(const QString& kind) {
+  return kind == kind::stockQuote || kind == kind::stockChart || kind == kind::cryptoQuote || kind == kind::cryptoChart;
+}
+
+/// The captions of a value, with what they say of a change taken apart: "+1.24% · ACME" is a rise, and ACME.
+void describeCaptions(ServiceContent& content, const TileRequest& request, const RemoteValue& value,
+                      const ServiceFigures& figures) {
+  const QString label = value.subtitle.isEmpty() ? request.title() : value.subtitle;
+  // Where a service says of what and of how many days, the first says most.
+  content.captions = captionsOf(content.state, label, label.section(u" · "_s, 0, 0));
+  if (content.state.hasFailed || !value.value) return;
+  const ServiceText parts = ServiceText::of(value.subtitle);
+  const QString rest = parts.change.isEmpty() ? value.subtitle : ServiceText{parts.before, {}, parts.after}.joined();
+  content.isQuote = isQuoteKind(request.definition.id);
+  content.beside = content.isQuote  ? quotedOf(request.definition.id, value, rest, request.title())
+                   : rest.isEmpty() ? request.title()
+                                    : rest;
+  if (content.isQuote) content.captions = captionsOf(content.state, content.beside, content.beside);
+  if (parts.change.isEmpty() || !content.state.remark().isEmpty()) return;
+  content.change = figures.words(parts.change);
+  const ServiceText whole{content.isQuote ? QString() : parts.before, content.change,
+                          content.isQuote ? content.beside : parts.after};
+  content.captions = {whole.joined(), content.change};
+}
+
+void describeHeadline(ServiceContent& content, const QString& text, const ServiceFigures& figures) {
+  const ServiceHeadline headline = ServiceHeadline::of(text);
+  QList<FigureWords> ways = figures.ways(headline.text);
+  content.headline = ways.takeFirst();
+  content.shorter = ways;
+  // A sum that is not the whole one is a figure still, and its caption says what is wrong with it.
+  if (!headline.remark.isEmpty() && content.state.remark().isEmpty() && !content.state.hasFailed)
+    content.captions = {headline.remark + content.captions.value(0), headline.remark.section(u" · "_s, 0, 0)};
+}
+
+/// A list of messages leads with the latest of them: who wrote, and of what.
+void describeMail(ServiceContent& content, const ServiceRow& latest) {
+  const QString sender = senderOf(latest.subtitle);
+  content.headline = {sender.isEmpty() ? TileWords::tr("Unknown sender") : sender, {}, false};
+  content.beside = latest.title;
+  content.captions = captionsOf(content.state, latest.title, latest.title);
+}
+QString spokenOfMail(const ServiceContent& content) {
+  QStringList parts{content.headline.figure, content.beside, content.state.age};
+  parts.removeAll(QString());
+  return withProblem(parts.join(u", "_s), content.state);
+}
+
+/// A row of a list: a price and its change, or words.
+ServiceLine lineOf(const ServiceRow& row, const ServiceFigures& figures) {
+  const ServiceText aside = figures.aside(row.subtitle);
+  ServiceLine line{row.title, {}, aside.change};
+  // Behind a price without a change stands why there is none.
+  const QString price =
+      aside.change.isEmpty() ? row.subtitle.section(u" · "_s, 0, 0) : ServiceText::of(row.subtitle).before;
+  if (!price.isEmpty()) line.ways = figures.ways(price);
+  return line;
 }
 
 /// A widget that is set up and has no value yet, or never had one.
@@ -183,28 +259,30 @@ TileContent makeServiceTile(const TileRequest& request, ServiceShape wish) {
   }
   const RemoteValue& value = reading->value;
   const QLocale& locale = request.sources.locale;
+  const ServiceFigures figures = ServiceFigures::of(request.widget, request.sources);
   ServiceContent content;
   if (wish != ServiceShape::Quote || !value.value) content.badge = serviceBadge(request.definition);
   content.state = RemoteState::of(*reading, request.sources);
-  content.captions = captionsOf(*reading, content.state, request.title());
-  if (content.state.remark().isEmpty() && !content.state.hasFailed)
-    findChange(content, reading->value.subtitle, request.title(), locale);
   content.isDimmed = content.state.hasFailed;
-  if (value.value && !value.value->trimmed().isEmpty())
-    content.headline = FigureWords::of(FigureWords::localised(*value.value, locale));
+  describeCaptions(content, request, value, figures);
+  const bool isMail = request.definition.id == kind::gmailLatest && !value.rows.isEmpty();
+  if (isMail)
+    describeMail(content, value.rows.first());
+  else if (value.value && !value.value->trimmed().isEmpty())
+    describeHeadline(content, *value.value, figures);
   else if (!value.usageWindows.isEmpty())
     content.headline = FigureWords::of(LocalFigures::of(UsageWords::leftWords(value.usageWindows.first()), locale));
   else
     describeMissing(content, *reading, request.title());
   content.numbers = plottable(value.numbers);
   content.activity = value.activity.value_or(Activity::Idle);
-  for (const ServiceMetric& metric : value.metrics.first(std::min(value.metrics.size(), kMostFigures)))
-    content.figures << ServiceMetric{metric.label, FigureWords::localised(metric.value, locale)};
+  for (const ServiceMetric& metric : leadingFigures(value))
+    content.figures << ServiceFigure{metric.label, figures.ways(metric.value)};
   for (const ServiceRow& row : value.rows.first(std::min(value.rows.size(), kMostTileRows)))
-    content.rows << ServiceMetric{row.title, FigureWords::localised(row.subtitle, locale)};
+    content.rows << lineOf(row, figures);
   fillUsage(content, request, *reading, wish);
   content.shape = shapeOf(wish, content);
-  content.spoken = spokenOf(content, *reading, request.sources);
+  content.spoken = isMail ? spokenOfMail(content) : spokenOf(content, *reading, request.sources, figures);
   return content;
 }
 

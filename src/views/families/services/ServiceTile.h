@@ -36,23 +36,43 @@ struct UsageBar {
   bool operator==(const UsageBar&) const = default;
 };
 
+/// A figure with its name, in the ways in which it may be written: the longest first.
+struct ServiceFigure {
+  QString label;
+  QList<FigureWords> ways;
+
+  bool operator==(const ServiceFigure&) const = default;
+};
+
+/// A line of a list: its name, what that costs or is, and by how much it changed.
+struct ServiceLine {
+  QString label;
+  QList<FigureWords> ways;  ///< The longest first; empty where there is nothing but a change.
+  QString change;           ///< With its sign; empty where none is known.
+
+  bool operator==(const ServiceLine&) const = default;
+};
+
 /// What a service answered, or why it did not.
 struct ServiceContent {
   ServiceShape shape = ServiceShape::Value;
-  ServiceBadge badge;    ///< Without letters where the tile has none.
-  FigureWords headline;  ///< Of a widget without a value its name.
-  QStringList captions;  ///< From the longest to the shortest.
-  QString change;        ///< By how much the value changed, with its sign, where the caption tells that; else empty.
-  QString beside;        ///< The caption without it, for where it stands beside the headline.
+  ServiceBadge badge;          ///< Without letters where the tile has none.
+  FigureWords headline;        ///< Of a widget without a value its name.
+  QList<FigureWords> shorter;  ///< The same in less space, from the longest to the shortest.
+  QStringList captions;        ///< From the longest to the shortest.
+  QString change;              ///< By how much the value changed, with its sign, where that is told; else empty.
+  QString beside;              ///< The caption without it, for where it stands beside the headline.
+  bool isQuote = false;        ///< Whether it is a price, and `beside` says of what.
   bool isDimmed = false;
   QList<double> numbers;
-  QList<ServiceMetric> figures;
-  QList<ServiceMetric> rows;
+  QList<ServiceFigure> figures;
+  QList<ServiceLine> rows;
   QList<UsageBar> bars;
   Activity activity = Activity::Idle;  ///< Of the shape Work.
   RemoteState state;
   QString spoken;
 
+  QList<FigureWords> ways() const { return QList<FigureWords>{headline} + shorter; }
   bool operator==(const ServiceContent&) const = default;
 };
 TileText describe(const ServiceContent& content, const QString& name);

@@ -1,5 +1,6 @@
 #include "views/families/services/ServicesRoom.h"
 
+#include <algorithm>
 #include <array>
 
 #include "services/ProviderTable.h"
@@ -56,8 +57,14 @@ constexpr std::array kOptions = {
     kPrefix,
     kSuffix,
 };
-/// Of a service that nothing else is known of.
 constexpr std::array kAddressOptions = {kEndpoint, kCredential, kField, kLabel, kPrefix, kSuffix};
+/// Of a service that nobody signs in to.
+constexpr auto kAddressAlone = [] {
+  std::array options = kAddressOptions;
+  options.front().help = QT_TRANSLATE_NOOP(
+      "Library", "This service cannot be signed in to. One figure from an address of your own can be shown.");
+  return options;
+}();
 /// Those of a kind that can be read from this computer too: what is set for that, and behind it what is asked about an
 /// address, which is there only with that.
 template <class... Own>
@@ -139,7 +146,7 @@ void sampleOffered(TileSources& sources, const TileSources& samples) {
     if (providerFor(kind)) sources.remoteExamples.insert(kind, ageless(example));
 }
 
-void picture(TileSources& sources) { sources.remoteExamples = serviceExamples(sources.now); }
+void picture(TileSources& sources) { sources.remoteExamples = serviceExamples(sources.now, sources.locale); }
 
 constexpr std::array kFamilies = {
     RoomRow{.of = familyText(Family::Integration),
@@ -179,7 +186,7 @@ void sample(TileSources& sources, const TileSources& samples) {
 /// A kind that has an address of the user's own and nothing else.
 template <const QLatin1StringView& Kind>
 constexpr RoomRow addressed() {
-  return {.of = Kind, .options = kAddressOptions, .comesLater = false, .sample = sample<Kind>};
+  return {.of = Kind, .options = kAddressAlone, .comesLater = false, .sample = sample<Kind>};
 }
 
 template <const QLatin1StringView& Mode>
@@ -236,12 +243,17 @@ constexpr std::array kKinds = {
     shaped<ServiceShape::Figures>(kind::analyticsSupabaseOverview),
     shaped<ServiceShape::Figures>(kind::shopifyOverview),
     shaped<ServiceShape::Figures>(kind::analyticsResendOverview),
-    shaped<ServiceShape::Figures>(kind::analyticsDubOverview),
     inAllStates<ServiceShape::List>(kind::stockWatchlist),
     shaped<ServiceShape::List>(kind::cryptoWatchlist),
 };
 
 }  // namespace
+
+bool hasAddressAlone(const QString& kind) {
+  return std::ranges::any_of(kKinds, [&](const RoomRow& row) {
+    return row.of == kind && row.options && row.options->data() == kAddressAlone.data();
+  });
+}
 
 extern const Room kServicesRoom;
 constinit const Room kServicesRoom{.name = "services"_L1, .families = kFamilies, .kinds = kKinds, .picture = picture};
