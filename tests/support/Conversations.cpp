@@ -397,11 +397,11 @@ RemoteValue outcomeOf(const Conversation& conversation) {
   const auto session = std::make_shared<ScriptedSession>();
   const Provider* provider = providerFor(conversation.kind);
   if (!provider) throw std::invalid_argument("nobody serves " + conversation.kind.toStdString());
+  const DockWidget widget{QUuid::createUuid(), conversation.kind, {}, conversation.options};
   RemoteValue value;
   const auto run = [&]() -> QCoro::Task<> {
     try {
-      value = co_await fetchFrom(*provider, {QUuid::createUuid(), conversation.kind, {}, conversation.options}, session,
-                                 {});
+      value = co_await fetchFrom(*provider, widget, session, {});
     } catch (const DomainError& error) {
       ADD_FAILURE() << conversation.kind.toStdString() << error.message().toStdString();
     }

@@ -1,7 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
+#include <QSet>
+
 #include "DockFixture.h"
+#include "services/ProviderTable.h"
+#include "support/Conversations.h"
+#include "views/families/services/ServiceFigures.h"
 #include "views/families/services/ServiceTile.h"
+#include "views/families/services/ServicesRoom.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
@@ -10,6 +17,7 @@ namespace tarnwick::testing {
 namespace {
 
 using namespace Qt::StringLiterals;
+using test::Conversation;
 
 ServiceContent shownOf(const QString& kind, const RemoteValue& value, const QLocale& locale,
                        const QString& mode = value::native) {
@@ -104,6 +112,53 @@ TEST(ServiceWords, LayOutWhatProvidersSay) {
   for (const auto& each : cases)
     EXPECT_EQ(told(shownOf(each.kind, each.value, each.locale, each.mode)).toStdString(), each.told.toStdString())
         << each.kind.data();
+}
+
+/// What is the same of all values of one kind, whatever the figures are.
+QStringList formsOf(const QString& kind, const RemoteValue& value) {
+  static const QRegularExpression figure(u"[-+]?[0-9][0-9,]*(?:\\.[0-9]+)?"_s);
+  static const QRegularExpression plain(u"^[0-9]+$"_s);
+  const auto shape = [](const QString& text) {
+    const bool isPlain = plain.match(text).hasMatch();
+    return QString(text.section(u" · "_s, 0, 0)).replace(figure, u"#"_s) + u'/' +
+           QString::number(text.count(u" · "_s)) + (isPlain ? u" plain"_s : QString());
+  };
+  const auto wayOf = [](const QString& text) { return plain.match(text).hasMatch() ? u" plain"_s : u" written"_s; };
+  QStringList metrics;
+  for (const ServiceMetric& metric : value.metrics) metrics << metric.label + wayOf(metric.value);
+  const ServiceContent content = shownOf(kind, value, QLocale(QLocale::English, QLocale::UnitedStates));
+  QStringList forms{u"headline"_s + wayOf(value.value.value_or(QString())),
+                    u"shape %1"_s.arg(static_cast<int>(content.shape))};
+  // The names of a user's own things are free, and so are how many allowances an account has.
+  if (kind != kind::homeAssistant) forms << u"subtitle "_s + shape(value.subtitle);
+  if (value.usageWindows.isEmpty()) forms << u"figures "_s + metrics.join(u", "_s);
+  if (!value.rows.isEmpty() && ServiceText::of(value.rows.first().subtitle).change.isEmpty()) forms << u"rows"_s;
+  if (!value.rows.isEmpty() && !ServiceText::of(value.rows.first().subtitle).change.isEmpty())
+    forms << u"rows "_s + shape(value.rows.first().subtitle);
+  if (!value.numbers.isEmpty()) forms << u"series"_s;
+  return forms;
+}
+
+TEST(ServiceWords, OfExamplesAreThoseOfTheirProviders) {
+  const QLocale english(QLocale::English, QLocale::UnitedStates);
+  QLocale::setDefault(english);
+  QHash<const ProviderTopic*, QList<RemoteValue>> real;
+  for (const Conversation& each : test::conversations())
+    real[providerFor(each.kind)->topic(each.kind)] << test::outcomeOf(each);
+  QLocale::setDefault(QLocale::system());
+  int compared = 0;
+  for (const auto& [kind, example] : serviceExamples(morning().now, english).asKeyValueRange()) {
+    const Provider* provider = providerFor(kind);
+    const QList<RemoteValue> values = provider ? real.value(provider->topic(kind)) : QList<RemoteValue>();
+    if (values.isEmpty()) continue;
+    ++compared;
+    QSet<QString> forms;
+    for (const RemoteValue& value : values)
+      for (const QString& form : formsOf(kind, value)) forms << form;
+    for (const QString& form : formsOf(kind, example.value))
+      EXPECT_TRUE(forms.contains(form)) << kind.toStdString() << " shows " << form.toStdString();
+  }
+  EXPECT_GE(compared, 40);
 }
 
 }  // namespace
