@@ -38,7 +38,9 @@ constexpr double kAllAtOnce = 0.1;  ///< Seconds within which so many starts are
 
 struct Online final : NetworkReach {
   void start() override {}
+  bool isKnown() const override { return true; }
   bool isOnline() const override { return true; }
+  bool isOnItsWay() const override { return false; }
 };
 
 DockWidget connectedTo(const QString& address, const QString& field) {

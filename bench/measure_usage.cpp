@@ -131,7 +131,7 @@ void measureActivity() {
   const QTemporaryDir folder;
   SystemScheduler scheduler;
   ClaudeActivityFollower follower(
-      scheduler, [](const DockWidget&) {}, folder.path());
+      scheduler, [](const DockWidget&, RemoteValues::Cause) {}, folder.path());
   const DockWidget widget{QUuid::createUuid(),
                           kind::analyticsClaudeCodeStatus,
                           {},

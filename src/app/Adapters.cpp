@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QCoroTask>
+#include <QCryptographicHash>
 #include <QDBusConnection>
 #include <QDir>
 #include <QFile>
@@ -18,6 +19,7 @@
 #include "apps/RunningApplications.h"
 #include "base/DesktopId.h"
 #include "commandbar/IndexedFileSearch.h"
+#include "config/DataDirectory.h"
 #include "files/RecentFiles.h"
 #include "platform/dbus/AtSpiControls.h"
 #include "platform/dbus/BusActivation.h"
@@ -73,6 +75,15 @@ QString cacheFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/Tarnwick");
 }
 
+/// Each folder of settings has its own: a run on another one would take the values of this one's widgets for useless.
+QString headlinesFile(const QString& dataDirectory) {
+  const QString name = QStringLiteral("/remote-cache.json");
+  const QString folder = QDir(dataDirectory).absolutePath();
+  if (folder == QDir(defaultStorageDirectory({})).absolutePath()) return cacheFolder() + name;
+  const QByteArray digest = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256);
+  return cacheFolder() + u'/' + QString::fromLatin1(digest.first(8).toHex()) + name;
+}
+
 /// Where the machine is, under the name that its weather has.
 QCoro::Task<GeocodeCache::Place> placeHere(WeatherLocation location, std::stop_token stop) {
   const Coordinate here = co_await location.coordinate(stop);
@@ -97,7 +108,10 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       addresses_(addresses),
       web_(std::make_shared<WebSession>(std::make_shared<LoadedTransport>(network_), keychain_, tokens_, scheduler_)),
       claudeActivity_(keep(std::make_unique<ClaudeActivityFollower>(
-          scheduler, [this](const DockWidget& widget) { connections_.values().refreshUnasked(widget); },
+          scheduler,
+          [this](const DockWidget& widget, RemoteValues::Cause cause) {
+            connections_.values().refreshByItself(widget, cause);
+          },
           ClaudeActivityConnect::folderIn(dataDirectory)))),
       perplexity_(makePerplexity()),
       connections_(keep(std::make_unique<LiveConnections>(connectionsSetup()))),
@@ -187,7 +201,7 @@ LiveConnections::Setup Adapters::connectionsSetup() {
           .loopback = [network = network_] { return loadedLoopbackServer(network); },
           .loader = WidgetLoader(weather, locate, allProviders(), localReaders()),
           .perplexity = perplexity_,
-          .cacheFile = cacheFolder() + QStringLiteral("/remote-cache.json")};
+          .cacheFile = headlinesFile(dataDirectory_)};
 }
 
 WidgetLoader::Readers Adapters::localReaders() {

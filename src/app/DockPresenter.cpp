@@ -318,14 +318,14 @@ bool DockPresenter::holdsProfile() const {
 
 // --- Panels ---------------------------------------------------------------------------------------------------------
 
-void DockPresenter::openPanel(const QString& display, const QUuid& widget) {
+void DockPresenter::openPanel(const QString& display, const QUuid& widget, const QString& as) {
   // A menu that was asked for before may still be on its way.
   menuHost_.close();
   Panel* panel = dock_.panel(display);
   if (!panel || !docks_.of(display)) return;
   QRect tile = docks_.besideWidget(display, widget);
   if (tile.isEmpty()) tile = docks_.glass(display);
-  panels_.open(display, widget, *panel, dock_.mapFromContent(display, tile));
+  panels_.open(display, widget, *panel, dock_.mapFromContent(display, tile), as);
 }
 
 void DockPresenter::markOpen(const QString& display, const QUuid& widget) {

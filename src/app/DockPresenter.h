@@ -69,7 +69,7 @@ class DockPresenter final : public QObject, private DockHost {
 
   /// Opens the panel of a widget beside its tile, or closes it when it is open. Nothing happens where the display has
   /// no dock.
-  void openPanel(const QString& display, const QUuid& widget);
+  void openPanel(const QString& display, const QUuid& widget, const QString& as = {});
   /// A click on a running application: brings it to the front, or minimises the one that is in front.
   void activateApplication(const QString& display, quint64 application) {
     actOn(display);

@@ -33,14 +33,15 @@ PanelHost::PanelHost(AppStore& store, const Services& services, Commands& comman
 
 PanelHost::~PanelHost() = default;
 
-void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile) {
-  if (display == display_ && widget == widget_) {
+void PanelHost::open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile, const QString& as) {
+  if (display == display_ && widget == widget_ && (as.isEmpty() || as == as_)) {
     close();
     return;
   }
   closeAtOnce();
   display_ = display;
   widget_ = widget;
+  as_ = as;
   showPane(makeTilePanel(), dock, tile);
   Q_EMIT openChanged(display_, widget_);
   Q_EMIT outlineChanged();
@@ -67,15 +68,16 @@ void PanelHost::ask(const QString& display, const Question& question, Panel& doc
 }
 
 std::unique_ptr<TilePanel> PanelHost::makeTilePanel() {
-  const PanelContext context{store_,
-                             store_.scheduler(),
-                             services_.toggles,
-                             commands_,
-                             widget_,
-                             display_,
-                             [this, display = display_] { return setup_.sources(display); },
-                             setup_.readings,
-                             &drafts_};
+  PanelContext context{store_,
+                       store_.scheduler(),
+                       services_.toggles,
+                       commands_,
+                       widget_,
+                       display_,
+                       [this, display = display_] { return setup_.sources(display); },
+                       setup_.readings,
+                       &drafts_};
+  context.as = as_;
   std::unique_ptr<TilePanel> panel = makePanel(context);
   pane_ = panel.get();
   applyLook();

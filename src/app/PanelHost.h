@@ -38,8 +38,8 @@ class PanelHost final : public QObject {
   ~PanelHost() override;
 
   /// Opens the panel of a widget beside its tile, whose place is in the coordinates of the dock panel's content. Closes
-  /// it when it is open already.
-  void open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile);
+  /// it when it is open already. With the name of another kind it is that of this kind, in the place of its own.
+  void open(const QString& display, const QUuid& widget, Panel& dock, const QRect& tile, const QString& as = {});
   /// Asks something beside that place of a display's dock. `answer` is called once with whether it was accepted: closed
   /// in any other way, as by another panel, it was not. A question that is withdrawn has no answer.
   void ask(const QString& display, const Question& question, Panel& dock, const QRect& beside,
@@ -85,6 +85,7 @@ class PanelHost final : public QObject {
   PanelDrafts drafts_;
   QString display_;  ///< Empty while no panel is open.
   QUuid widget_;
+  QString as_;  ///< The kind whose panel it is, where that is not the widget's.
   std::unique_ptr<Popup> popup_;
   PanelPresentation* presentation_ = nullptr;  ///< Owned by the popup.
   GlassPane* pane_ = nullptr;                  ///< Owned by the presentation.

@@ -20,6 +20,7 @@
 #include "desktop/ScreenColors.h"
 #include "store/AppStore.h"
 #include "widgets/PinnedTiles.h"
+#include "widgets/catalog/Kinds.h"
 
 namespace tarnwick {
 namespace {
@@ -95,6 +96,16 @@ void ProgramCommands::selectProfile(int index, const QString& display) {
 }
 
 void ProgramCommands::openPanel(const QString& display, const QUuid& widget) { presenter().openPanel(display, widget); }
+
+void ProgramCommands::openWeather(const QString& display, const QUuid& widget) {
+  // The panel whose row was clicked makes room for it.
+  QMetaObject::invokeMethod(
+      &presenter(),
+      [presenter = &presenter(), display, widget] {
+        presenter->openPanel(display, widget, kind::weatherCurrent.toString());
+      },
+      Qt::QueuedConnection);
+}
 
 void ProgramCommands::restoreSystemDock() { presenter().dock().restoreSystemDock(); }
 

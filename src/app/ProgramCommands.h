@@ -56,6 +56,7 @@ class ProgramCommands final : public QObject, public Commands {
   void chooseLayout(DockLayout layout) override;
   void selectProfile(int index, const QString& display) override;
   void openPanel(const QString& display, const QUuid& widget) override;
+  void openWeather(const QString& display, const QUuid& widget) override;
   void restoreSystemDock() override;
   void chooseDockPicture() override;
   void addCalendarFolder() override;

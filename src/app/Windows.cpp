@@ -14,6 +14,7 @@
 #include "apps/InstalledApps.h"
 #include "base/DesktopId.h"
 #include "clipboard/ports/Pasteboard.h"
+#include "desktop/ClockFormat.h"
 #include "desktop/HeldModifiers.h"
 #include "desktop/MotionPreference.h"
 #include "desktop/VirtualKeys.h"
@@ -204,6 +205,7 @@ DesktopAbilities Windows::abilities() const {
   DesktopAbilities found;
   found.isComposited = services_.panels.isComposited();
   found.reducesMotion = services_.motion.reducesMotion();
+  found.uses24Hour = services_.clockFormat.uses24Hour();
   found.edges = services_.zones.edges();
   found.feelsOnePixelOnly = services_.zones.feelsOnePixelOnly();
   found.windows = services_.windows.capability();

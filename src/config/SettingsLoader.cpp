@@ -1,6 +1,7 @@
 #include "config/SettingsLoader.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <functional>
 
@@ -74,6 +75,10 @@ SettingsLoader::Result SettingsLoader::load(const QString& path, qint64 unixSeco
     recovered.kept = kept;
     return recovered;
   }
+}
+
+bool SettingsLoader::hasKeptAside(const QString& folder) {
+  return !QDir(folder).entryList({kSettings + u"*.json"_s}, QDir::Files | QDir::System | QDir::Hidden).isEmpty();
 }
 
 QString SettingsLoader::contentName(qint64 unixSeconds) { return recoveryName(kContent, unixSeconds); }

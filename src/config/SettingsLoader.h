@@ -25,6 +25,8 @@ struct SettingsLoader {
   /// `unixSeconds` is the current time, which names the recovery file. A path with nothing at it is a first run and no
   /// failure.
   static Result load(const QString& path, qint64 unixSeconds);
+  /// Whether such a file stands in a folder: what is in it may still be wanted. May wait for the disk.
+  static bool hasKeptAside(const QString& folder);
   /// Where what was entered and not saved is preserved with a recovery file: `content-recovery-<seconds>.json`.
   static QString contentName(qint64 unixSeconds);
   static QString contentBeside(const QString& recoveryFile);

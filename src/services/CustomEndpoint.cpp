@@ -42,6 +42,8 @@ QCoro::Task<QJsonValue> asked(DockWidget widget, std::shared_ptr<ServiceSession>
   call.pick = std::move(pick);
   const MaybeCredential found = co_await session->credentialIfAny(widget, stop);
   throwIfStopped(stop);
+  // An address may give something else to whoever comes without a credential, which would be taken for the value.
+  if (!found.unread.isEmpty() && !found.hasNoKeyring) throw DomainError::invalid(found.unread);
   call.token = found.value;
   try {
     QJsonValue answer = co_await session->json(std::move(call), stop);

@@ -119,6 +119,7 @@ Task<MaybeCredential> readIfAnyFrom(Shared state, QString account, std::stop_tok
     throwIfStopped(stop);
     if (failure.isKept()) throw unavailable(failure);
     found.unread = unavailable(failure).message();
+    found.hasNoKeyring = failure.status() == SecretFailure::NoService;
   }
   throwIfStopped(stop);
   co_return found;

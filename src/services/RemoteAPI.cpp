@@ -11,6 +11,7 @@
 #include "base/DomainError.h"
 #include "base/ProbeCounters.h"
 #include "services/HTTPContract.h"
+#include "services/ServiceUnreachable.h"
 
 namespace tarnwick {
 
@@ -111,8 +112,10 @@ QCoro::Task<HTTPResponse> exchange(std::shared_ptr<HTTPTransport> transport, HTT
   const EndOf<HTTPAnswer> end{pending};
   co_await end;
   throwIfStopped(stop);
-  if (const auto* failure = std::get_if<HTTPFailure>(&*pending->result))
-    throw DomainError::invalid(HTTPContract::sentence(*failure));
+  if (const auto* failure = std::get_if<HTTPFailure>(&*pending->result)) {
+    if (*failure == HTTPFailure::TooLarge) throw DomainError::invalid(HTTPContract::sentence(*failure));
+    throw ServiceUnreachable(HTTPContract::sentence(*failure));
+  }
   co_return std::get<HTTPResponse>(*std::move(pending->result));
 }
 

@@ -6,6 +6,7 @@
 #include "base/Cancelled.h"
 #include "base/DomainError.h"
 #include "services/ServiceHTTPError.h"
+#include "services/ServiceUnreachable.h"
 #include "services/ServiceWords.h"
 
 namespace tarnwick {
@@ -51,6 +52,8 @@ std::optional<FetchFailure> FetchFailure::ofException() {
     return std::nullopt;
   } catch (const ServiceHTTPError& error) {
     return FetchFailure{error.errorDescription(), error.status(), error.retryAt()};
+  } catch (const ServiceUnreachable& error) {
+    return FetchFailure{.sentence = error.message(), .isUnreachable = true};
   } catch (const DomainError& error) {
     return FetchFailure{error.message()};
   } catch (const std::exception& error) {

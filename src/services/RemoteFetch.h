@@ -17,6 +17,7 @@ struct FetchFailure {
   QString sentence;  ///< Finished, for the user.
   int status = 0;    ///< Of the service's answer; 0 when there was none.
   std::optional<QDateTime> retryAt = std::nullopt;
+  bool isUnreachable = false;  ///< No answer came, perhaps for want of a network.
 
   /// To be called while an exception is handled, which is what it says. Absent for one that was Cancelled.
   static std::optional<FetchFailure> ofException();

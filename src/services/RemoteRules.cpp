@@ -51,10 +51,6 @@ bool RemoteRules::asksTheNet(const DockWidget& widget) {
   return mode != value::codexLocal && mode != value::geminiHistory && mode != value::claudeActivity;
 }
 
-bool RemoteRules::isFollowedClosely(const DockWidget& widget) {
-  return widget.options.value(option::connectionMode) == value::claudeActivity;
-}
-
 RemoteValue RemoteRules::placeholder(const std::optional<RemoteValue>& previous, const QDateTime& now) {
   RemoteValue value = headlineOnly(previous, ServiceWords::tr("Updating…"), now);
   value.loading = true;

@@ -24,8 +24,6 @@ struct RemoteRules {
   static bool isSetUp(const DockWidget& widget);
   /// Whether its fetch asks somebody on the net, and so waits while there is none.
   static bool asksTheNet(const DockWidget& widget);
-  /// Whether a look by a user makes no difference to it: what is read again by the second.
-  static bool isFollowedClosely(const DockWidget& widget);
 
   /// What is shown while a fetch runs: the headline stays, nothing else.
   static RemoteValue placeholder(const std::optional<RemoteValue>& previous, const QDateTime& now);

@@ -2,12 +2,19 @@
 
 #include <QCoroTask>
 #include <algorithm>
+#include <cmath>
 #include <ctime>
 #include <utility>
 
 #include "services/RemoteRules.h"
 
 namespace tarnwick {
+
+namespace {
+
+constexpr double kInstant = 1e-6;  ///< Seconds between two moments that are the same.
+
+}  // namespace
 
 double RemoteValues::systemBootClock() {
   timespec time{};
@@ -17,10 +24,11 @@ double RemoteValues::systemBootClock() {
 
 RemoteValues::RemoteValues(Setup setup)
     : scheduler_(setup.scheduler),
+      session_(setup.session),
       network_(setup.network),
       loader_(std::move(setup.loader)),
-      cacheFile_(std::move(setup.cacheFile)),
-      bootClock_(std::move(setup.bootClock)) {
+      bootClock_(std::move(setup.bootClock)),
+      headlines_(setup.scheduler, std::move(setup.cacheFile)) {
   connect(&setup.session, &SessionEvents::lockedChanged, this, [this](bool locked) {
     isLocked_ = locked;
     startOwed();
@@ -31,9 +39,14 @@ RemoteValues::RemoteValues(Setup setup)
   });
   connect(&setup.session, &SessionEvents::didWake, this, [this] {
     isAsleep_ = false;
+    renewNetwork();
     startOwed();
   });
-  connect(&network_, &NetworkReach::changed, this, &RemoteValues::startOwed);
+  connect(&setup.session, &SessionEvents::lockKnown, this, &RemoteValues::startSoon);
+  connect(&network_, &NetworkReach::changed, this, [this] {
+    if (const bool was = std::exchange(wasOnline_, network_.isOnline()); !was && wasOnline_) renewNetwork();
+    startOwed();
+  });
 }
 
 RemoteValues::~RemoteValues() = default;
@@ -60,10 +73,14 @@ std::optional<RemoteReading> RemoteValues::reading(QUuid widget) const {
 
 std::optional<QDateTime> RemoteValues::nextRefresh(QUuid widget) const {
   const auto shown = std::ranges::find(current_, widget, &DockWidget::id);
-  if (shown == current_.end() || !RemoteRules::isSetUp(*shown)) return std::nullopt;
-  const double seconds = beatAt_ + everyTicks() - scheduler_.reference();
-  const QDateTime next = scheduler_.now().addMSecs(static_cast<qint64>(std::max(0.0, seconds) * 1000));
-  return isPaused(widget) ? std::max(next, pauses_.value(widget).until) : next;
+  if (shown == current_.end() || !RemoteRules::isSetUp(*shown) || waitOf(*shown)) return std::nullopt;
+  double seconds = std::max(0.0, beatAt_ + everyTicks() - scheduler_.reference());
+  if (isPaused(widget)) {
+    // Its end begins nothing; the first beat behind it does.
+    const double left = static_cast<double>(scheduler_.now().msecsTo(pauses_.value(widget).until)) / 1000;
+    if (left > seconds) seconds += std::ceil((left - seconds) / everyTicks()) * everyTicks();
+  }
+  return scheduler_.now().addMSecs(static_cast<qint64>(seconds * 1000));
 }
 
 void RemoteValues::write(QUuid widget, const RemoteValue& value) {
@@ -82,7 +99,7 @@ void RemoteValues::forget(QUuid widget) {
   const bool was = remote_.remove(widget);
   settled_.remove(widget);
   goodAt_.remove(widget);
-  if (cache_.remove(widget)) cacheLater();
+  headlines_.forget(widget);
   if (was) Q_EMIT changed(widget);
 }
 
@@ -105,9 +122,7 @@ void RemoteValues::follow(const DockConfiguration& config, const ActiveSets& act
     } else if (*after != before) {
       // An answer to what was asked before the edit is an answer to something else. What is shown stays.
       endFetch(before.id);
-      if (after->kind != before.kind || after->options != before.options) {
-        if (cache_.remove(before.id)) cacheLater();
-      }
+      if (after->kind != before.kind || after->options != before.options) headlines_.forget(before.id);
     }
   }
   current_ = active.widgets;
@@ -120,9 +135,11 @@ void RemoteValues::endFetch(QUuid widget) {
   unnoticed_.erase(widget);
   pauses_.remove(widget);
   owed_.remove(widget);
+  early_.remove(widget);
+  again_.remove(widget);
   waiting_.removeIf([widget](const Waiting& waiting) { return waiting.widget == widget; });
   // A place is free for who waits.
-  if (!waiting_.isEmpty() && !next_) next_ = scheduler_.after(0, [this] { startWaiting(); });
+  if (!next_) startSoon();
 }
 
 // --- Who is refreshed when ------------------------------------------------------------------------------------------
@@ -130,9 +147,8 @@ void RemoteValues::endFetch(QUuid widget) {
 void RemoteValues::start(const DockConfiguration& config, const ActiveSets& active) {
   beatAt_ = scheduler_.reference();
   follow(config, active);
-  if (known_.isEmpty()) return;
-  disk_.start([path = cacheFile_] { return RemoteCache::load(path); },
-              [this](const RemoteCache& cache) { takeCached(cache); });
+  headlines_.read([this] { return known_.values(); },
+                  [this](const DockWidget& widget, const RemoteValue& value) { takeKept(widget, value); });
 }
 
 void RemoteValues::beat(const ActiveSets&) {
@@ -150,7 +166,11 @@ void RemoteValues::spread(const QList<DockWidget>& widgets, double seconds) {
     if (RemoteRules::isSetUp(widget) && !wanted.contains(widget.id)) wanted << widget.id;
   }
   if (wanted.isEmpty()) return;
-  network_.start();
+  if (!knownBy_) {
+    knownBy_ = scheduler_.reference() + kPatience;
+    renewNetwork();
+    network_.start();
+  }
   std::ranges::stable_partition(wanted, [this](QUuid id) { return !seen_ || seen_->contains(id); });
   waiting_.removeIf([&](const Waiting& waiting) { return wanted.contains(waiting.widget); });
   const double gap = std::min(seconds / static_cast<double>(wanted.size()), kLongestGap);
@@ -160,14 +180,39 @@ void RemoteValues::spread(const QList<DockWidget>& widgets, double seconds) {
     due += gap;
   }
   std::ranges::stable_sort(waiting_, std::ranges::less(), &Waiting::due);
-  next_ = scheduler_.after(0, [this] { startWaiting(); });
+  startSoon();
+}
+
+void RemoteValues::startSoon() {
+  if (!waiting_.isEmpty()) next_ = scheduler_.after(0, [this] { startWaiting(); });
+}
+
+/// Lets one begin at a moment.
+void RemoteValues::wait(QUuid widget, double due) {
+  waiting_.removeIf([widget](const Waiting& waiting) { return waiting.widget == widget; });
+  waiting_.append({widget, due});
+  std::ranges::stable_sort(waiting_, std::ranges::less(), &Waiting::due);
+  startSoon();
+}
+
+void RemoteValues::owe(QUuid widget) {
+  if (owed_.contains(widget)) return;
+  owed_.insert(widget);
+  Q_EMIT changed(widget);
 }
 
 void RemoteValues::startWaiting() {
   next_.reset();
+  // What is asked before it is known that there is no network fails for nothing.
+  if (!network_.isKnown() || !session_.isLockKnown()) {
+    if (const double left = knownBy_.value_or(0) - scheduler_.reference(); left > kInstant) {
+      next_ = scheduler_.after(left, [this] { startWaiting(); });
+      return;
+    }
+  }
   while (!waiting_.isEmpty() && std::ssize(jobs_) < kMostAtOnce) {
     const double left = waiting_.constFirst().due - scheduler_.reference();
-    if (left > 1e-6) {
+    if (left > kInstant) {
       next_ = scheduler_.after(left, [this] { startWaiting(); });
       return;
     }
@@ -194,20 +239,31 @@ bool RemoteValues::isUnseen(QUuid widget) const {
 }
 
 /// What keeps a widget from being refreshed by itself; absent where nothing does.
-std::optional<RemoteWait> RemoteValues::waitOf(const DockWidget& widget) const {
+std::optional<RemoteWait> RemoteValues::waitOf(const DockWidget& widget, Cause cause) const {
   if (isAsleep_) return RemoteWait::Waking;
   if (isLocked_) return RemoteWait::Unlocking;
   if (!network_.isOnline() && RemoteRules::asksTheNet(widget)) return RemoteWait::Network;
-  if (isUnseen(widget.id) && !RemoteRules::isFollowedClosely(widget)) return RemoteWait::BeingSeen;
+  if (cause == Cause::News && isUnseen(widget.id)) return RemoteWait::BeingSeen;
   return std::nullopt;
 }
 
+/// Whether what cannot be reached now may be found in a moment.
+bool RemoteValues::isNetworkFresh() const {
+  return network_.isOnItsWay() || freshUntil_ - scheduler_.reference() > kInstant;
+}
+
+void RemoteValues::renewNetwork() { freshUntil_ = scheduler_.reference() + kFresh; }
+
 void RemoteValues::startOwed() {
+  if (network_.isOnline() && !network_.isOnItsWay()) {
+    for (const QUuid& widget : std::exchange(again_, {})) wait(widget, scheduler_.reference());
+  }
   QList<DockWidget> due;
   for (const DockWidget& widget : std::as_const(current_)) {
     if (owed_.contains(widget.id) && !waitOf(widget)) due << widget;
   }
   spread(due, kSpreadOnRequest);
+  startSoon();
   tellOwed();
 }
 
@@ -238,21 +294,25 @@ bool RemoteValues::isPaused(QUuid widget) const {
   return pause != pauses_.constEnd() && pause->until > scheduler_.now() && pause->bootEnd > bootClock_();
 }
 
-void RemoteValues::refreshUnasked(const DockWidget& widget) {
-  if (isOver_ || isPaused(widget.id)) return;
-  if (waitOf(widget))
-    owe(widget.id);
-  else
-    begin(widget);
-}
-
 void RemoteValues::refresh(const DockWidget& widget) {
   if (!isOver_) begin(widget);
+}
+
+void RemoteValues::refreshByItself(const DockWidget& widget, Cause cause) {
+  if (isOver_ || isPaused(widget.id)) return;
+  if (waitOf(widget, cause)) {
+    owe(widget.id);
+  } else {
+    begin(widget);
+  }
 }
 
 void RemoteValues::begin(const DockWidget& widget) {
   const QUuid id = widget.id;
   owed_.remove(id);
+  again_.remove(id);
+  early_.remove(id);
+  if (RemoteRules::asksTheNet(widget) && isNetworkFresh()) early_.insert(id);
   waiting_.removeIf([id](const Waiting& waiting) { return waiting.widget == id; });
   const bool replaces = jobs_.erase(id) > 0;
   // What is read again by the second would flicker.
@@ -281,12 +341,10 @@ void RemoteValues::begin(const DockWidget& widget) {
 void RemoteValues::succeed(const DockWidget& widget, RemoteValue value) {
   const auto job = jobs_.extract(widget.id);  // Lives until this returns: it is its function that runs.
   pauses_.remove(widget.id);
+  early_.remove(widget.id);
   value = RemoteRules::cleaned(std::move(value));
   goodAt_.insert(widget.id, scheduler_.now());
-  if (RemoteCache::mayKeep(widget)) {
-    cache_.insert(widget.id, RemoteCache::kept(widget, value));
-    cacheLater();
-  }
+  headlines_.keep(widget, value);
   settle(widget.id, value);
   startWaiting();
 }
@@ -301,6 +359,12 @@ void RemoteValues::fail(const DockWidget& widget, const FetchFailure& failure) {
   const auto previous = remote_.constFind(widget.id);
   const std::optional<RemoteValue> before = previous == remote_.constEnd() ? std::nullopt : std::optional(*previous);
   settle(widget.id, RemoteRules::failed(before, failure.sentence, now));
+  if (early_.remove(widget.id) && failure.isUnreachable) {
+    if (network_.isOnItsWay())
+      again_.insert(widget.id);
+    else
+      wait(widget.id, std::max(scheduler_.reference(), freshUntil_));
+  }
   startWaiting();
 }
 
@@ -309,6 +373,7 @@ void RemoteValues::cancelAll() {
   next_.reset();
   waiting_.clear();
   owed_.clear();
+  again_.clear();
   unnoticed_.clear();
   const auto ended = std::exchange(jobs_, {});
   for (const auto& [id, job] : ended) {
@@ -327,44 +392,21 @@ void RemoteValues::end() {
   jobs_.clear();
   unnoticed_.clear();
   waiting_.clear();
-  if (saving_) saveCache();
-  disk_.finish();
+  headlines_.end();
 }
-
-// --- The cache ------------------------------------------------------------------------------------------------------
 
 /// What an answer was faster than stays.
-void RemoteValues::takeCached(const RemoteCache& cache) {
-  for (const DockWidget& widget : std::as_const(known_)) {
-    if (cache_.contains(widget.id)) continue;
-    std::optional<RemoteValue> value = cache.valueOf(widget);
-    if (!value) continue;
-    cache_.insert(widget.id, RemoteCache::kept(widget, *value));
-    goodAt_.insert(widget.id, value->updated);
-    const auto shown = remote_.constFind(widget.id);
-    if (shown == remote_.constEnd()) {
-      settle(widget.id, *value);
-    } else if (!shown->value) {
-      RemoteValue kept = *shown;
-      kept.value = value->value;
-      if (kept.loading) settled_.insert(widget.id, *value);
-      write(widget.id, kept);
-    }
+void RemoteValues::takeKept(const DockWidget& widget, const RemoteValue& value) {
+  goodAt_.insert(widget.id, value.updated);
+  const auto shown = remote_.constFind(widget.id);
+  if (shown == remote_.constEnd()) {
+    settle(widget.id, value);
+  } else if (!shown->value) {
+    RemoteValue kept = *shown;
+    kept.value = value.value;
+    if (kept.loading) settled_.insert(widget.id, value);
+    write(widget.id, kept);
   }
-}
-
-void RemoteValues::cacheLater() {
-  if (!saving_) saving_ = scheduler_.after(kSaveDelay, [this] { saveCache(); });
-}
-
-void RemoteValues::saveCache() {
-  saving_.reset();
-  disk_.start(
-      [path = cacheFile_, cache = RemoteCache{cache_.values()}] {
-        cache.save(path);
-        return true;
-      },
-      [](bool) {});
 }
 
 }  // namespace tarnwick

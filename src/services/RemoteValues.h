@@ -10,11 +10,10 @@
 #include <optional>
 #include <stop_token>
 
-#include "base/OrderedWork.h"
 #include "base/Scheduler.h"
 #include "desktop/SessionEvents.h"
 #include "facilities/StoreCalls.h"
-#include "services/RemoteCache.h"
+#include "services/KeptHeadlines.h"
 #include "services/RemoteFetch.h"
 #include "services/RemoteReading.h"
 #include "services/ports/NetworkReach.h"
@@ -32,8 +31,13 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   static constexpr double kSpreadOnRequest = 3;  ///< Those of a start, of another profile, of what was owed.
   static constexpr double kLongestGap = 0.25;    ///< Between two of them.
   static constexpr double kUnseen = 600;         ///< A widget that nobody saw for so long is not refreshed.
-  static constexpr double kSaveDelay = 30;       ///< From a new value to its place in the cache.
   static constexpr double kUnnoticed = 0.5;      ///< A fetch that ends within so long is not shown to run.
+  static constexpr double kPatience = 1;         ///< At most so long it waits to hear how network and session are.
+  static constexpr double kFresh = 10;           ///< So long names may not be found after a network has come.
+
+  /// Why a widget is refreshed that nobody asks for: what it reads has changed, or the time has come at which it shows
+  /// something else.
+  enum class Cause { News, Deadline };
 
   /// Gives the value of a widget, or throws what RemoteFetch turns into a sentence.
   using Loader = std::function<QCoro::Task<RemoteValue>(DockWidget widget, bool fahrenheit, std::stop_token stop)>;
@@ -62,10 +66,10 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   /// Forgets what the service gave: the credential by which it did is gone.
   void forget(QUuid widget);
 
-  /// What follows something closely wants a widget fetched: at once, or as soon as nothing holds it back.
-  void refreshUnasked(const DockWidget& widget);
-
   void refresh(const DockWidget& widget) override;
+  /// What is read on this machine, when its reader says so: later where there is a reason to wait, which for a deadline
+  /// is not that nobody looks.
+  void refreshByItself(const DockWidget& widget, Cause cause);
   void refreshAll() override;
   void cancelAll() override;
   void follow(const DockConfiguration& config, const ActiveSets& active) override;
@@ -93,8 +97,12 @@ class RemoteValues final : public QObject, public RemoteRefresh {
 
   void spread(const QList<DockWidget>& widgets, double seconds);
   void startWaiting();
+  void startSoon();
+  void wait(QUuid widget, double due);
   void owe(QUuid widget);
-  std::optional<RemoteWait> waitOf(const DockWidget& widget) const;
+  std::optional<RemoteWait> waitOf(const DockWidget& widget, Cause cause = Cause::News) const;
+  bool isNetworkFresh() const;
+  void renewNetwork();
   bool isUnseen(QUuid widget) const;
   void startOwed();
   void tellOwed();
@@ -105,14 +113,12 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   bool isPaused(QUuid widget) const;
   void write(QUuid widget, const RemoteValue& value);
   void settle(QUuid widget, const RemoteValue& value);
-  void takeCached(const RemoteCache& cache);
-  void cacheLater();
-  void saveCache();
+  void takeKept(const DockWidget& widget, const RemoteValue& value);
 
   Scheduler& scheduler_;
+  SessionEvents& session_;
   NetworkReach& network_;
   Loader loader_;
-  QString cacheFile_;
   std::function<double()> bootClock_;
 
   QHash<QUuid, DockWidget> known_;  ///< Those of the document that show fetched values.
@@ -131,15 +137,19 @@ class RemoteValues final : public QObject, public RemoteRefresh {
   QList<Waiting> waiting_;  ///< In the order in which they begin.
   JobHandle next_;
   QSet<QUuid> owed_;
+  std::optional<double> knownBy_;  ///< On the reference clock; absent until something is to be refreshed.
   bool isLocked_ = false;
   bool isAsleep_ = false;
   std::optional<QSet<QUuid>> seen_;
   QHash<QUuid, double> unseenSince_;  ///< On the reference clock.
 
-  QHash<QUuid, CachedValue> cache_;
-  JobHandle saving_;
+  bool wasOnline_ = true;
+  double freshUntil_ = 0;  ///< On the reference clock.
+  QSet<QUuid> early_;      ///< Those whose fetch began while the network was fresh: it may fail because of that.
+  QSet<QUuid> again_;      ///< Those that did, to be tried once more when it is there.
+
+  KeptHeadlines headlines_;
   bool isOver_ = false;
-  OrderedWork disk_;
 };
 
 }  // namespace tarnwick

@@ -27,8 +27,14 @@ std::optional<double> numberIn(const QJsonValue& value) {
 
 std::optional<int> codeIn(const QJsonValue& value) {
   const auto number = numberIn(value);
-  if (!number || std::abs(*number) > 1000) return std::nullopt;
+  if (!number || std::abs(*number) > 1000 || std::trunc(*number) != *number) return std::nullopt;
   return static_cast<int>(*number);
+}
+
+/// Far beyond any weather there is nothing to be shown, in whatever unit.
+std::optional<double> temperatureIn(const QJsonValue& value) {
+  const auto number = numberIn(value);
+  return number && std::abs(*number) <= 1000 ? number : std::nullopt;
 }
 
 std::optional<int> offsetIn(const QJsonValue& value) {
@@ -58,8 +64,8 @@ void readDays(WeatherSnapshot& weather, const QJsonValue& daily) {
   const QJsonArray lows = daily["temperature_2m_min"_L1].toArray();
   const QJsonArray codes = daily["weather_code"_L1].toArray();
   for (qsizetype day = 0; day < std::min(highs.size(), lows.size()); ++day) {
-    const auto high = numberIn(highs.at(day));
-    const auto low = numberIn(lows.at(day));
+    const auto high = temperatureIn(highs.at(day));
+    const auto low = temperatureIn(lows.at(day));
     if (!high || !low) continue;
     weather.highs << *high;
     weather.lows << *low;
@@ -75,7 +81,7 @@ void readHours(WeatherSnapshot& weather, const QJsonValue& hourly) {
   const QJsonArray times = hourly["time"_L1].toArray();
   const QJsonArray temperatures = hourly["temperature_2m"_L1].toArray();
   for (qsizetype hour = 0; hour < std::min(times.size(), temperatures.size()); ++hour) {
-    const auto temperature = numberIn(temperatures.at(hour));
+    const auto temperature = temperatureIn(temperatures.at(hour));
     if (temperature) weather.hourly.append({hourOf(times.at(hour).toString()), *temperature});
   }
 }
@@ -202,7 +208,7 @@ QCoro::Task<RemoteValue> Weather::forecast(std::shared_ptr<Shared> shared, Geoco
 
 RemoteValue Weather::read(const QJsonValue& answer, const QString& city) {
   const QJsonValue current = answer["current"_L1];
-  const auto temperature = numberIn(current["temperature_2m"_L1]);
+  const auto temperature = temperatureIn(current["temperature_2m"_L1]);
   const auto code = codeIn(current["weather_code"_L1]);
   if (!temperature || !code)
     throw DomainError::invalid(ServiceWords::tr("Weather response is missing current conditions."));

@@ -111,7 +111,8 @@ void AppStore::start(StoreSetup& setup) {
 
 void AppStore::removeOrphanedCredentials() {
   // A document that was lost, or not there yet, says nothing about which credentials are still wanted.
-  if (!hasRead_) return;
+  // Neither does one that stands in for settings which were kept aside: a later version may know the widgets in them.
+  if (!hasRead_ || SettingsLoader::hasKeptAside(dataDirectory())) return;
   QList<QUuid> all;
   for (const DockProfile& profile : config_.profiles) {
     for (const DockWidget& widget : profile.widgets) all.append(widget.id);

@@ -67,6 +67,8 @@ class Commands {
   virtual void selectProfile(int index, const QString& display = {}) = 0;
   /// Opens the panel of a widget beside its tile on a display, or closes it when it is open.
   virtual void openPanel(const QString& display, const QUuid& widget) = 0;
+  /// Opens all of the weather that a widget shows beside something else, in the place of its panel.
+  virtual void openWeather(const QString& display, const QUuid& widget) = 0;
   /// Gives the system's own dock back until the layout changes.
   virtual void restoreSystemDock() = 0;
   /// Asks for a picture and puts a copy of it on the docks.

@@ -28,6 +28,7 @@ class NoCommands : public Commands {
   void chooseLayout(DockLayout) override {}
   void selectProfile(int, const QString&) override {}
   void openPanel(const QString&, const QUuid&) override {}
+  void openWeather(const QString&, const QUuid&) override {}
   void restoreSystemDock() override {}
   void chooseDockPicture() override {}
   void addCalendarFolder() override {}

@@ -137,7 +137,11 @@ void ClaudeActivityFollower::beat(const ActiveSets& active) {
     watch_->watch(folders_);
   }
   const bool isDue = following_->nextChange && *following_->nextChange <= scheduler_.now();
-  if (isChanged_ || isDue) refreshAll();
+  // A deadline counts also where nobody looks; what is only new can wait for that.
+  if (isDue)
+    refreshAll(RemoteValues::Cause::Deadline);
+  else if (isChanged_)
+    refreshAll(RemoteValues::Cause::News);
   if (removedAt_ < 0 || beatAt_ - removedAt_ >= kDay) removeOld();
 }
 
@@ -158,13 +162,13 @@ void ClaudeActivityFollower::folderChanged() {
   }
   const double wait = readAt_ + kLeastBetween - now;
   if (wait <= 0)
-    refreshAll();
+    refreshAll(RemoteValues::Cause::News);
   else
-    next_ = scheduler_.after(wait, [this] { refreshAll(); });
+    next_ = scheduler_.after(wait, [this] { refreshAll(RemoteValues::Cause::News); });
 }
 
 /// One reading at a time: what comes meanwhile is read with the beat after it, however long one takes.
-void ClaudeActivityFollower::refreshAll() {
+void ClaudeActivityFollower::refreshAll(RemoteValues::Cause cause) {
   next_.reset();
   if (following_->running > 0) {
     isChanged_ = true;
@@ -174,7 +178,7 @@ void ClaudeActivityFollower::refreshAll() {
   following_->nextChange.reset();
   readAt_ = scheduler_.reference();
   const QList<DockWidget> widgets = widgets_;  // What a reading leads to may change them.
-  for (const DockWidget& widget : widgets) refresh_(widget);
+  for (const DockWidget& widget : widgets) refresh_(widget, cause);
 }
 
 void ClaudeActivityFollower::removeOld() {

@@ -10,6 +10,7 @@
 #include "base/Scheduler.h"
 #include "facilities/BeatClient.h"
 #include "files/FileWatch.h"
+#include "services/RemoteValues.h"
 #include "usage/LocalReading.h"
 
 namespace tarnwick {
@@ -20,8 +21,8 @@ namespace tarnwick {
 class ClaudeActivityFollower final : public QObject, public BeatClient {
   Q_OBJECT
  public:
-  /// Has a widget read again, as soon as that may be.
-  using Refresh = std::function<void(const DockWidget& widget)>;
+  /// Has a widget read again, because its folder changed or because the time has come at which it shows something else.
+  using Refresh = std::function<void(const DockWidget& widget, RemoteValues::Cause cause)>;
 
   /// `ownFolder` is that of the program's own hooks: old records in it are removed once a day. The scheduler outlives
   /// it.
@@ -48,7 +49,7 @@ class ClaudeActivityFollower final : public QObject, public BeatClient {
   static QCoro::Task<RemoteValue> readFolder(std::shared_ptr<Following> following, DockWidget widget, QDateTime now,
                                              std::stop_token stop);
   void folderChanged();
-  void refreshAll();
+  void refreshAll(RemoteValues::Cause cause);
   void removeOld();
 
   Scheduler& scheduler_;

@@ -10,8 +10,11 @@
 #include "views/controls/MonthGrid.h"
 #include "views/controls/Rows.h"
 #include "views/families/calendar/AgendaRow.h"
+#include "views/panels/WeatherRow.h"
 #include "widgets/ZoneSearch.h"
 #include "widgets/catalog/Catalog.h"
+#include "widgets/catalog/Kinds.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 namespace {
@@ -159,6 +162,33 @@ TEST(RemindersPanelTest, TicksOff) {
   EXPECT_EQ(commands.asked.last(), u"open Buy stamps"_s);
 }
 
+TEST(ClockPanelTest, LeadsToTheWeatherOrToAPlaceForIt) {
+  SnapshotStore fixture;
+  for (const bool hasPlace : {true, false}) {
+    test::RecordingCommands commands;
+    PanelContext context = fixture.contextOf(u"todayClock"_s, commands);
+    fixture.store().set(context.widget, option::city, hasPlace ? std::optional(u"Kendal"_s) : std::nullopt);
+    TileSources sources = SnapshotFixture::sources();
+    if (!hasPlace) sources.weather = {};
+    context.sources = [&] { return KeptSources::given([&sources] { return sources; }); };
+    const auto panel = shown(context);
+    auto* weather = panel->findChild<WeatherRow*>();
+    ASSERT_TRUE(weather);
+    auto* row = weather->findChild<ListRow*>();
+    EXPECT_EQ(row->text(), hasPlace ? u"Partly cloudy"_s : u"Weather"_s);
+    row->click();
+    EXPECT_EQ(commands.asked, QStringList{u"weather %1 %2"_s.arg(context.display, context.widget.toString())});
+
+    // All of it is another panel of the same widget.
+    context.as = kind::weatherCurrent.toString();
+    const auto whole = shown(context);
+    EXPECT_TRUE(buttonNamed(*whole, u"Use Current Location"_s));
+    EXPECT_EQ(buttonNamed(*whole, u"Refresh"_s) != nullptr, hasPlace);
+  }
+  const auto alone = shown(fixture.contextOf(u"digitalClock"_s));
+  EXPECT_FALSE(alone->findChild<WeatherRow*>());
+}
+
 TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   SnapshotStore fixture;
   test::RecordingCommands commands;
@@ -193,6 +223,10 @@ TEST(OverviewPanelTest, ShowsTheDayAndIsWorkedThrough) {
   EXPECT_EQ(panel->focusWidget(), buttonNamed(*panel, u"Book train for Friday"_s)) << "the keyboard goes on from there";
   buttonNamed(*panel, u"Send invoice"_s)->click();
   EXPECT_EQ(commands.asked, QStringList{u"done Send invoice"_s});
+
+  // Behind its row is all of the weather.
+  panel->findChild<WeatherRow*>()->findChild<ListRow*>()->click();
+  EXPECT_EQ(commands.asked.last(), u"weather %1 %2"_s.arg(context.display, context.widget.toString()));
 
   // A day of which nothing is known is shown as such.
   sources.weather = {};

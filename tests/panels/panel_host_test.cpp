@@ -106,10 +106,11 @@ struct PanelHostTest : testing::Test {
   test::TestServices desktop{scheduler, AppEnvironment()};
   const Services services = desktop.with(panels, clocks);
   test::RecordingCommands commands;
-  PanelHost host{fixture.store(),
-                 services,
-                 commands,
-                 {[](const QString&) { return KeptSources::given(&SnapshotFixture::sources); }, fixture.readings().services()}};
+  PanelHost host{
+      fixture.store(),
+      services,
+      commands,
+      {[](const QString&) { return KeptSources::given(&SnapshotFixture::sources); }, fixture.readings().services()}};
   QStringList changes;
 };
 
@@ -132,6 +133,16 @@ TEST_F(PanelHostTest, OpensOneAtATimeAndTogglesIt) {
   settle();
   EXPECT_EQ(dock->alive, 0);
   EXPECT_EQ(changes, (QStringList{u"one +"_s, u"one -"_s, u"one +"_s, u"one -"_s}));
+
+  // The panel of another kind takes the place of its own, and a click on the tile closes it as well.
+  open(u"todayClock"_s);
+  settle();
+  host.open(u"one"_s, id(u"todayClock"_s), *dock, tile, u"weatherCurrent"_s);
+  settle();
+  EXPECT_TRUE(host.hasActivePanel(u"one"_s));
+  EXPECT_EQ(dock->alive, 1);
+  open(u"todayClock"_s);
+  EXPECT_FALSE(host.hasActivePanel(u"one"_s));
 }
 
 TEST_F(PanelHostTest, ClosesWithWhatItBelongsTo) {

@@ -25,11 +25,16 @@ TEST(NetworkReach, OnlyNoNetworkAtAllIsNone) {
   const struct {
     uint state;
     bool isOnline;
+    bool isOnItsWay;
     const char* what;
-  } states[] = {{0, true, "unknown"},         {10, false, "asleep"},       {20, false, "disconnected"},
-                {30, true, "on its way out"}, {40, true, "on its way in"}, {50, true, "local only"},
-                {60, true, "this site only"}, {70, true, "everywhere"}};
-  for (const auto& each : states) EXPECT_EQ(DesktopNetworkReach::isOnlineAt(each.state), each.isOnline) << each.what;
+  } states[] = {{0, true, false, "unknown"},         {10, false, false, "asleep"},
+                {20, false, false, "disconnected"},  {30, true, true, "on its way out"},
+                {40, true, true, "on its way in"},   {50, true, false, "local only"},
+                {60, true, false, "this site only"}, {70, true, false, "everywhere"}};
+  for (const auto& each : states) {
+    EXPECT_EQ(DesktopNetworkReach::isOnlineAt(each.state), each.isOnline) << each.what;
+    EXPECT_EQ(DesktopNetworkReach::isOnItsWayAt(each.state), each.isOnItsWay) << each.what;
+  }
 }
 
 TEST(NetworkReach, FollowsNetworkManagerAndTheKernelWhereThatDoesNotRun) {
@@ -42,20 +47,24 @@ TEST(NetworkReach, FollowsNetworkManagerAndTheKernelWhereThatDoesNotRun) {
   DesktopNetworkReach reach(bus.connection());
   DesktopNetworkReach withoutBus(QDBusConnection(u"there is no such connection"_s));
   EXPECT_TRUE(reach.isOnline()) << "until it is known otherwise";
+  EXPECT_FALSE(reach.isKnown());
   int changes = 0;
   QObject::connect(&reach, &NetworkReach::changed, &reach, [&] { ++changes; });
   reach.start();
   withoutBus.start();
   const auto becomes = [&](bool online) { return waitFor([&] { return reach.isOnline() == online; }); };
   EXPECT_TRUE(becomes(false));
+  EXPECT_TRUE(reach.isKnown());
 
   manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 10U);
   manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 40U);
   EXPECT_TRUE(becomes(true));
+  EXPECT_TRUE(reach.isOnItsWay());
+  manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 60U);
   manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 70U);
   manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, 20U);
   EXPECT_TRUE(becomes(false));
-  EXPECT_EQ(changes, 3) << "from one state to its like is no news";
+  EXPECT_EQ(changes, 4) << "from one state to its like is no news";
 
   // It ends while it says the opposite of the kernel, and comes back with the opposite again.
   manager->setProperty(kNetworkManagerPath, kNetworkManager, u"State"_s, without ? 20U : 70U);

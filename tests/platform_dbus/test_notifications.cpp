@@ -5,6 +5,7 @@
 #include "platform/dbus/DesktopNotifications.h"
 #include "platform_dbus/FakeService.h"
 #include "platform_dbus/PrivateBus.h"
+#include "support/ForeignTexts.h"
 
 namespace tarnwick {
 namespace {
@@ -17,11 +18,12 @@ TEST(DesktopNotifications, ArriveInOrderAndAsTheServiceReadsThem) {
   struct Case {
     const char* what;
     QStringList capabilities;
+    bool readsMarkup;
     QString body;
   };
   const std::vector<Case> cases{
-      {"a service that reads markup", {u"body"_s, u"body-markup"_s}, u"5 &lt; 6 &amp; 7"_s},
-      {"one that shows the text as it is", {u"body"_s, u"sound"_s}, u"5 < 6 & 7"_s},
+      {"a service that reads markup", {u"body"_s, u"body-markup"_s}, true, u"5 &lt; 6 &amp; 7"_s},
+      {"one that shows the text as it is", {u"body"_s, u"sound"_s}, false, u"5 < 6 & 7"_s},
   };
   for (const auto& expected : cases) {
     PrivateBus bus;
@@ -50,6 +52,18 @@ TEST(DesktopNotifications, ArriveInOrderAndAsTheServiceReadsThem) {
     EXPECT_EQ(posted[1][3], u"Second"_s);
     EXPECT_EQ(posted[2][3], u"Third"_s);
     EXPECT_TRUE(notifications.capability());
+
+    for (const test::ForeignSample& sample : test::foreignSamples()) {
+      const qsizetype before = posted.size();
+      notifications.post(sample.text, sample.text, unseen);
+      ASSERT_TRUE(waitFor([&] { return posted.size() > before; }));
+      const QString title = posted.last()[3].toString();
+      const QString body = posted.last()[4].toString();
+      EXPECT_TRUE(test::ForeignSample::isHarmless(title) && title.contains(sample.seen)) << qPrintable(title.left(80));
+      EXPECT_TRUE(test::ForeignSample::isHarmless(body)) << qPrintable(body.left(80));
+      EXPECT_TRUE(body.contains(expected.readsMarkup ? sample.seen.toHtmlEscaped() : sample.seen))
+          << qPrintable(body.left(80));
+    }
   }
 }
 

@@ -138,6 +138,14 @@ TEST(LoginSessionEvents, TellsWhenItsSessionIsLocked) {
     FakeService login(bus.connection(), u"org.freedesktop.login1"_s);
     answerTo(login, true);
     ASSERT_TRUE(waitFor([&] { return told.size() == 1; })) << "it was locked before the login manager was found";
+    LoginSessionEvents late(bus.connection());
+    bool isLocked = false;
+    bool isKnownAsLocked = false;
+    QObject::connect(&late, &SessionEvents::lockedChanged, &late, [&](bool locked) { isLocked = locked; });
+    QObject::connect(&late, &SessionEvents::lockKnown, &late, [&] { isKnownAsLocked = isLocked; });
+    EXPECT_FALSE(late.isLockKnown());
+    ASSERT_TRUE(waitFor([&] { return late.isLockKnown(); }));
+    EXPECT_TRUE(isKnownAsLocked);
     login.setProperty(other, session, u"LockedHint"_s, true);
     login.setProperty(own, session, u"LockedHint"_s, false);
     ASSERT_TRUE(waitFor([&] { return told.size() == 2; }));
@@ -162,8 +170,10 @@ TEST(LoginSessionEvents, WithoutASessionNothingIsLocked) {
     ++asked;
     return {};
   });
-  ASSERT_TRUE(waitFor([&] { return asked == 1 && locks.held() == 1; }));
+  ASSERT_TRUE(waitFor([&] { return asked == 1 && locks.held() == 1 && events.isLockKnown(); }));
   EXPECT_FALSE(isTold);
+  LoginSessionEvents alone(QDBusConnection(u"there is no such connection"_s));
+  EXPECT_TRUE(waitFor([&] { return alone.isLockKnown(); })) << "where nobody manages sessions";
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "TestServer.h"
 
+#include <sys/socket.h>
+
 #include <QFile>
 #include <QProcess>
 #include <QSslCertificate>
@@ -114,7 +116,13 @@ class TestServer::Client final : public QSslSocket {
     }
   }
   void reply(const TestReply& reply) {
+    if (reply.after == TestReply::After::Slowly) return drip(reply.bytes);
     write(reply.bytes);
+    if (reply.after == TestReply::After::HalfClose) {
+      while ((bytesToWrite() > 0 || encryptedBytesToWrite() > 0) && waitForBytesWritten()) {
+      }
+      ::shutdown(static_cast<int>(socketDescriptor()), SHUT_WR);
+    }
     if (reply.after == TestReply::After::Close) disconnectFromHost();
     if (reply.after != TestReply::After::Dribble) return;
     auto* timer = new QTimer(this);
@@ -122,6 +130,16 @@ class TestServer::Client final : public QSslSocket {
       write(" ");
       const std::lock_guard lock(server_.mutex_);
       ++server_.dribbled_;
+    });
+    timer->start(2);
+  }
+
+  void drip(QByteArray bytes) {
+    auto* timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, [this, timer, left = std::move(bytes)]() mutable {
+      write(left.left(5));
+      left.remove(0, 5);
+      if (left.isEmpty()) timer->deleteLater();
     });
     timer->start(2);
   }

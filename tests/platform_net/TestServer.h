@@ -38,10 +38,12 @@ struct TestRequest {
 
 /// What the server does about it, as written.
 struct TestReply {
-  enum class After { Keep, Close, Hold, Dribble };
+  /// Hold sends no more and closes nothing, Dribble a blank every few milliseconds, Slowly the bytes themselves so.
+  /// HalfClose sends no more either and goes on listening.
+  enum class After { Keep, Close, Hold, Dribble, Slowly, HalfClose };
 
   QByteArray bytes;
-  After after = After::Keep;  ///< Hold sends no more and closes nothing, Dribble a blank every few milliseconds.
+  After after = After::Keep;
 
   static TestReply of(int status, const QByteArray& body, const QByteArray& headers = {});
 };

@@ -66,5 +66,24 @@ TEST_F(HostGateTest, CountsWhatIsKeptForAnotherPort) {
   EXPECT_EQ(entered, u"abcODEF"_s);
 }
 
+TEST_F(HostGateTest, WhatIsKeptIsClosedForAnotherPortOnceNobodyUsesAny) {
+  int closed = 0;
+  HostGate closing(2, 40, time, [&closed] { ++closed; });
+  const auto into = [&](const QString& host, QChar name, int port = 443) {
+    return closing.ask(host, port, [this, name](HostGate::Connection) { entered += name; });
+  };
+  auto a = into(u"x"_s, u'a');
+  auto b = into(u"x"_s, u'b');
+  auto elsewhere = into(u"y"_s, u'e');
+  a.reset();
+  b.reset();
+  auto other = into(u"x"_s, u'o', 8443);
+  EXPECT_EQ(entered, u"abe"_s) << "another host's connection is in use";
+  EXPECT_EQ(closed, 0);
+  elsewhere.reset();
+  EXPECT_EQ(entered, u"abeo"_s);
+  EXPECT_EQ(closed, 1);
+}
+
 }  // namespace
 }  // namespace tarnwick

@@ -1,10 +1,15 @@
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+#include <zlib.h>
 
 #include <QCoroTask>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QProcess>
 #include <QSemaphore>
 #include <QTcpServer>
+#include <QTimer>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -107,9 +112,24 @@ QByteArray chunked(const QByteArray& body) {
          "\r\n0\r\n\r\n";
 }
 
-TestReply deflated(const QByteArray& body) {
-  return TestReply::of(200, qCompress(body).mid(4), "Content-Encoding: deflate\r\n");
+/// One member of a gzip stream.
+QByteArray gzipped(QByteArray body) {
+  z_stream stream{};
+  constexpr int gzip = MAX_WBITS + 16;
+  deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, gzip, 8, Z_DEFAULT_STRATEGY);
+  QByteArray packed(static_cast<qsizetype>(deflateBound(&stream, static_cast<uLong>(body.size()))), Qt::Uninitialized);
+  stream.next_in = reinterpret_cast<Bytef*>(body.data());
+  stream.avail_in = static_cast<uInt>(body.size());
+  stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+  stream.avail_out = static_cast<uInt>(packed.size());
+  deflate(&stream, Z_FINISH);
+  packed.truncate(static_cast<qsizetype>(stream.total_out));
+  deflateEnd(&stream);
+  return packed;
 }
+
+TestReply asGzip(const QByteArray& packed) { return TestReply::of(200, packed, "Content-Encoding: gzip\r\n"); }
+TestReply packed(const QByteArray& body) { return asGzip(gzipped(body)); }
 
 /// JSON of exactly so many bytes.
 QByteArray json(qsizetype size) { return '[' + QByteArray(size - 2, ' ') + ']'; }
@@ -133,25 +153,31 @@ const QList<Case>& cases() {
     return ServiceHTTPError(429, test::TestScheduler().now().addSecs(seconds)).errorDescription();
   };
   const QString later = ServiceHTTPError(429).errorDescription();
-  const QByteArray packed = qCompress(QByteArrayLiteral("[1,2,3,4,5,6,7,8,9,\"abcdefghijkl\"]")).mid(4);
-  const QByteArray two = qCompress(QByteArrayLiteral("[1,")).mid(4) + qCompress(QByteArrayLiteral("2]")).mid(4);
+  const QByteArray some = QByteArrayLiteral("[1,2,3,4,5,6,7,8,9,\"abcdefghijkl\"]");
+  const QByteArray one = gzipped(some);
   static const QList<Case> kCases = {
       {"plain", TestReply::of(200, "{\"a\":1}"), {}},
       {"chunked", {chunked("[1]")}, {}},
       {"until it closes", {"HTTP/1.1 200 OK\r\n\r\n[1]", After::Close}, {}},
-      {"packed", deflated("[1]"), {}},
+      {"packed", packed("[1]"), {}},
+      {"packed as zlib does", TestReply::of(200, qCompress(some).mid(4), "Content-Encoding: deflate\r\n"), {}},
+      {"slow", {TestReply::of(200, "{\"a\":1}").bytes, After::Slowly}, {}},
+      {"half-closed behind it", {TestReply::of(200, "[1]").bytes, After::HalfClose}, {}},
+      {"half-closed within it", {"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n[1]", After::HalfClose}, kUnreachable},
       {"the largest", TestReply::of(200, json(limit)), {}},
-      {"the largest, packed", deflated(json(limit)), {}},
+      {"the largest, packed", packed(json(limit)), {}},
       {"too large", TestReply::of(200, json(limit + 1)), kTooLarge},
       {"too large in chunks", {chunked(json(limit + 1))}, kTooLarge},
-      {"too large, packed", deflated(json(limit + 1)), kTooLarge},
-      {"a bomb", deflated(QByteArray(100'000'000, ' ')), kTooLarge},
+      {"too large, packed", packed(json(limit + 1)), kTooLarge},
+      {"a bomb", packed(QByteArray(100'000'000, ' ')), kTooLarge},
+      {"two bombs", asGzip(gzipped(json(limit)) + gzipped(json(limit))), kTooLarge},
       {"packed otherwise", TestReply::of(200, "no zip", "Content-Encoding: gzip\r\n"), kUnreachable},
-      {"packed and cut", TestReply::of(200, packed.chopped(6), "Content-Encoding: deflate\r\n"), kUnreachable},
-      {"packed in two parts", TestReply::of(200, two, "Content-Encoding: gzip\r\n"), {}},
-      {"damaged",
-       TestReply::of(200, QByteArray(packed).replace(20, 4, "\xFF\xFF\xFF\xFF"), "Content-Encoding: deflate\r\n"),
-       kUnreachable},
+      {"packed and cut", asGzip(one.chopped(6)), kUnreachable},
+      {"packed in two parts", asGzip(gzipped("[1,") + gzipped("2]")), {}},
+      {"damaged", asGzip(QByteArray(one).replace(30, 4, "\xFF\xFF\xFF\xFF")), kUnreachable},
+      {"another checksum", asGzip(one.chopped(8) + "\1\2\3\4" + one.last(4)), kUnreachable},
+      {"packed nothing", asGzip({}), kNoJSON},
+      {"204, packed", {"HTTP/1.1 204 No Content\r\nContent-Encoding: gzip\r\n\r\n"}, kNoJSON},
       {"no JSON", TestReply::of(200, "<html>"), kNoJSON},
       {"no JSON, large", TestReply::of(200, QByteArray(200'000, 'x')), kNoJSON},
       {"no UTF-8", TestReply::of(200, "[\"\xFF\xFE\"]"), kNoJSON},
@@ -205,7 +231,7 @@ TEST(NetworkTransport, TellsWhatCameOfEachAnswer) {
 }
 
 TEST(NetworkTransport, UnpacksMuchOverSeveralTurns) {
-  Net net([](const TestRequest&) { return deflated(json(HTTPLimits::largestBody)); });
+  Net net([](const TestRequest&) { return packed(json(HTTPLimits::largestBody)); });
   const auto outcome = net.ask(u"/"_s);
   ASSERT_TRUE(net.until([&] { return !net.server.received().isEmpty(); }));
   // Until the clock goes on nothing but the deadline waits, and then what is left to be unpacked.
@@ -362,6 +388,18 @@ TEST(NetworkTransport, OpensFourConnectionsToAHostAndCountsNoWaiting) {
   EXPECT_TRUE(all[23]->value || all[23]->sentence == kLate);
 }
 
+TEST(NetworkTransport, AnotherPortOfAHostNeedNotWaitForWhatIsKept) {
+  Net net([](const TestRequest&) { return TestReply::of(200, "{}"); });
+  TestServer other(TestCertificates::all().good, [](const TestRequest&) { return TestReply::of(200, "[]"); });
+  QList<std::shared_ptr<Outcome>> all;
+  for (int number = 0; number < 8; ++number) all << net.ask(u"/"_s);
+  ASSERT_TRUE(net.until([&] { return std::ranges::all_of(all, [](const auto& each) { return each->isOver; }); }));
+  const auto there = net.askAt(u"https://127.0.0.1:%1/"_s.arg(other.port()));
+  EXPECT_TRUE(net.until([&] { return there->isOver; }));
+  EXPECT_TRUE(there->value) << qPrintable(there->sentence);
+  EXPECT_TRUE(net.result(u"/"_s)->value) << "and back";
+}
+
 TEST(NetworkTransport, CancelsAtAnyStepWithoutAWord) {
   std::vector<std::function<void(Net&)>> steps = {
       [](Net&) {},
@@ -387,13 +425,14 @@ TEST(NetworkTransport, WaitsElsewhereForWhoeverKnowsTheProxy) {
   struct Shared {
     QSemaphore answer;
     std::atomic<int> asked = 0;
+    std::atomic<bool> isOpen = false;
   };
   const auto shared = std::make_shared<Shared>();
   QByteArray network = "here";
   const ProxyTable::Sources proxies{[shared](const QUrl& url) {
                                       EXPECT_EQ(url.path(), u"/"_s);
                                       ++shared->asked;
-                                      shared->answer.acquire();
+                                      if (!shared->isOpen) shared->answer.acquire();
                                       return QList{QNetworkProxy(QNetworkProxy::NoProxy)};
                                     },
                                     [&network] { return network; }};
@@ -417,6 +456,56 @@ TEST(NetworkTransport, WaitsElsewhereForWhoeverKnowsTheProxy) {
   network = "elsewhere";
   EXPECT_TRUE(net.result(u"/4"_s)->value);
   EXPECT_EQ(shared->asked, 3);
+
+  // Those who still wait for the network that was there before hold up nobody in the one that came.
+  shared->answer.acquire(shared->answer.available());
+  network = "where nobody answers";
+  QList<std::shared_ptr<Outcome>> stuck;
+  for (int host = 2; host <= 9; ++host)
+    stuck << net.askAt(u"https://127.0.0.%1:%2/"_s.arg(host).arg(net.server.port()));
+  ASSERT_TRUE(net.until([&] { return shared->asked >= 7; }));
+  shared->isOpen = true;
+  network = "home";
+  EXPECT_TRUE(net.result(u"/5"_s)->value);
+  EXPECT_TRUE(net.until([&] { return std::ranges::all_of(stuck, [](const auto& each) { return each->isOver; }); }))
+      << "who waited is not asked for again";
+  shared->answer.release(100);
+}
+
+// Run by the test behind it, in a process of its own: the library that loads scripts for proxies keeps what it has.
+TEST(NetworkTransport, DISABLED_WhereAScriptForProxiesNeverComes) {
+  // Never accepted and never closed, so that whoever waits for the script waits on at the end of the process.
+  QTcpServer taken;
+  taken.listen(QHostAddress::LocalHost);
+  pollfd silent{::dup(static_cast<int>(taken.socketDescriptor())), POLLIN, 0};
+  const QByteArray script = "pac+http://127.0.0.1:" + QByteArray::number(taken.serverPort()) + "/proxy.pac";
+  taken.close();
+  for (const char* name : {"http_proxy", "https_proxy"}) qputenv(name, script);
+  Net net([](const TestRequest&) { return TestReply::of(200, "{}"); }, TestCertificates::all().good,
+          ProxyTable::Sources::ofSystem());
+  const auto outcome = net.ask(u"/"_s);
+  // The loop turns while the script is waited for, and the request has its twenty seconds.
+  ASSERT_TRUE(net.until([&] { return ::poll(&silent, 1, 0) > 0; })) << "no script is asked for";
+  int turns = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] { ++turns; });
+  timer.start(1);
+  EXPECT_TRUE(net.until([&] { return turns > 50; }));
+  EXPECT_FALSE(outcome->isOver);
+  net.clock.advance(20.1);
+  EXPECT_EQ(outcome->sentence, kLate);
+}
+
+TEST(NetworkTransport, StandsNoStillForAScriptThatNeverComes) {
+  QProcess child;
+  child.setProcessChannelMode(QProcess::MergedChannels);
+  child.start(QCoreApplication::applicationFilePath(),
+              {u"--gtest_also_run_disabled_tests"_s, u"--gtest_filter=*.DISABLED_WhereAScriptForProxiesNeverComes"_s});
+  ASSERT_TRUE(child.waitForFinished()) << "it does not end: " << child.readAll().constData();
+  const QByteArray told = child.readAll();
+  EXPECT_EQ(child.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(child.exitCode(), 0) << told.constData();
+  EXPECT_TRUE(told.contains("1 test")) << told.constData();
 }
 
 TEST(NetworkTransport, AsksTheProxyThatIsFound) {

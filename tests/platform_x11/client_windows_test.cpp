@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
+#include <algorithm>
 
 #include "Desk.h"
 #include "platform/x11/X11ClientWindows.h"
 #include "platform/x11/X11Properties.h"
+#include "support/ForeignTexts.h"
 #include "support/ForeignWindow.h"
 
 namespace tarnwick::testing {
@@ -133,6 +135,17 @@ TEST_F(X11ClientWindowsTest, ReadWhatAWindowSaysOfItself) {
   ASSERT_TRUE(becomes(u"plain"_s, [](const ClientWindow& one) {
     return one.applicationId == u"Class" && one.instance == u"one" && one.pid == 0 && one.inTaskbar;
   }));
+
+  for (const test::ForeignSample& sample : test::foreignSamples()) {
+    window.setText("_NET_WM_NAME", "UTF8_STRING", sample.text.toUtf8());
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] {
+      return std::ranges::any_of(windows.all(), [&](const ClientWindow& one) {
+        return one.title.contains(sample.seen) && test::ForeignSample::isHarmless(one.title);
+      });
+    })) << qPrintable(sample.text.left(40));
+  }
+  window.setText("_NET_WM_NAME", "UTF8_STRING", "plain");
+  ASSERT_TRUE(becomes(u"plain"_s, [](const ClientWindow&) { return true; }));
 
   const struct {
     const char* property;

@@ -21,7 +21,9 @@ inline QString wordsOf(int value) { return QString::number(value); }
 inline QString wordsOf(const QList<SecretAttributes>& value) { return QString::number(value.size()); }
 inline QString wordsOf(const Capability& value) { return value ? wordsOf(true) : value.reason; }
 inline QString wordsOf(const std::optional<QString>& value) { return value.value_or(QStringLiteral("nothing")); }
-inline QString wordsOf(const MaybeCredential& value) { return value.value + u'/' + value.unread; }
+inline QString wordsOf(const MaybeCredential& value) {
+  return value.value + u'/' + value.unread + (value.hasNoKeyring ? QStringLiteral("/no keyring") : QString());
+}
 inline QString wordsOf(QStringList value) {
   value.sort();
   return value.join(u' ');

@@ -113,6 +113,9 @@ TEST_F(KeychainTest, WhoeverCanDoWithoutFailsOnlyWhereACredentialIsKnownToBeTher
   EXPECT_EQ(endOf(keychain.readIfAny(a)), "/Keychain access unavailable (-2).");
   secrets->isKept = true;
   EXPECT_EQ(endOf(keychain.readIfAny(a)), "Keychain access unavailable (-2).");
+  secrets->isKept = false;
+  secrets->failure = SecretFailure::NoService;
+  EXPECT_EQ(endOf(keychain.readIfAny(a)), "/Keychain access unavailable (-1)./no keyring");
 }
 
 TEST_F(KeychainTest, WhatGoesIsTheFoldersOwn) {
@@ -162,6 +165,18 @@ TEST_F(KeychainTest, EveryFailureIsASentence) {
   }
   EXPECT_EQ(kept(), QStringList{a + "=1"_L1});
 
+  // Whose identity cannot be read has items that cannot be found: nothing is done as if there were none.
+  secrets->failure.reset();
+  QTemporaryDir closed;
+  ASSERT_TRUE(QDir(closed.path()).mkdir(u"store-id"_s));
+  const Keychain strange(secrets, closed.path());
+  const std::string unread = endOf(strange.accounts());
+  EXPECT_NE(unread, "");
+  EXPECT_EQ(endOf(strange.removeOrphans({})), unread);
+  EXPECT_EQ(endOf(strange.deleteAll({})), unread);
+  EXPECT_EQ(endOf(strange.save(u"1"_s, a, {}, SecretStore::Asking::Never)), unread);
+  EXPECT_TRUE(QFileInfo(closed.filePath(u"store-id"_s)).isDir());
+
   QTemporaryDir full;
   writeFile(full.filePath(u"store-id"_s), "no identity");
   {
@@ -171,6 +186,7 @@ TEST_F(KeychainTest, EveryFailureIsASentence) {
   }
   EXPECT_EQ(StoreIdentity::read(full.path()), QString());
   const QString made = StoreIdentity::readOrMake(full.path());
+  EXPECT_TRUE(QFile::exists(full.filePath(u"store-id-damaged"_s)));
   EXPECT_EQ(StoreIdentity::readOrMake(full.path()), made);
   EXPECT_NE(made, StoreIdentity::read(folder.path()));
 }

@@ -12,6 +12,7 @@
 #include "services/RemoteRules.h"
 #include "services/RemoteValues.h"
 #include "services/ServiceHTTPError.h"
+#include "services/ServiceUnreachable.h"
 #include "support/TestScheduler.h"
 #include "support/Wait.h"
 #include "widgets/catalog/Kinds.h"
@@ -24,12 +25,28 @@ using namespace Qt::StringLiterals;
 
 struct SwitchedNetwork final : NetworkReach {
   void start() override {}
+  bool isKnown() const override { return known; }
   bool isOnline() const override { return online; }
-  void set(bool is) {
+  bool isOnItsWay() const override { return onItsWay; }
+  void set(bool is, bool isOnItsWay = false) {
     online = is;
+    onItsWay = isOnItsWay;
+    known = true;
     Q_EMIT changed();
   }
+  bool known = true;
   bool online = true;
+  bool onItsWay = false;
+};
+
+struct SwitchedSession final : SessionEvents {
+  bool isLockKnown() const override { return known; }
+  void setLocked(bool is) {
+    Q_EMIT lockedChanged(is);
+    known = true;
+    Q_EMIT lockKnown();
+  }
+  bool known = true;
 };
 
 /// Services that answer when the test says so. Each fetch that began is in `asked`, in order.
@@ -75,8 +92,9 @@ struct Services {
     finish(asked[index]);
   }
   /// What a cancelled fetch holds ends with its coroutine.
-  ~Services() {
-    for (const auto& turn : asked) {
+  ~Services() { forget(); }
+  void forget() {
+    for (const auto& turn : std::exchange(asked, {})) {
       if (!turn->isOver) finish(turn);
     }
   }
@@ -124,7 +142,7 @@ struct RemoteTest : ::testing::Test {
     time.advance(0);
   }
   test::TestScheduler time;
-  SessionEvents session;
+  SwitchedSession session;
   SwitchedNetwork network;
   Services services;
   QTemporaryDir folder;
@@ -180,13 +198,23 @@ TEST_F(RemoteTest, TheLatestFetchAloneWrites) {
   services.answer(0, u"old"_s);
   EXPECT_EQ(shown(sales).value, u"new"_s);
 
+  // A beat does so too.
+  refresh(sales);
+  values->beat(ActiveSets::of({sales}));
+  time.advance(1);
+  ASSERT_EQ(services.asked.size(), 4);
+  services.answer(3, u"newer"_s);
+  services.answer(2, u"older"_s);
+  EXPECT_EQ(shown(sales).value, u"newer"_s);
+  services.asked.resize(2);
+
   // An edit ends what is under way and leaves what is shown.
   refresh(sales);
   DockWidget edited = sales;
   edited.options[option::field] = u"total"_s;
   show({edited});
   services.answer(2, u"of another field"_s);
-  EXPECT_EQ(shown(sales).value, u"new"_s);
+  EXPECT_EQ(shown(sales).value, u"newer"_s);
 
   refresh(edited);
   show({});
@@ -377,15 +405,155 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
   // What follows something closely waits as well, and not for its turn among others.
   services.asked.clear();
   Q_EMIT session.lockedChanged(true);
-  values->refreshUnasked(local);
+  values->refreshByItself(local, RemoteValues::Cause::News);
   time.advance(60);
   EXPECT_EQ(names(), QStringList());
   Q_EMIT session.lockedChanged(false);
   time.advance(10);
   EXPECT_EQ(names(), QStringList{u"local"_s});
-  values->refreshUnasked(local);
+  values->refreshByItself(local, RemoteValues::Cause::News);
   time.advance(0);
   EXPECT_EQ(names(), (QStringList{u"local"_s, u"local"_s}));
+}
+
+TEST_F(RemoteTest, TheFirstRefreshWaitsUntilItIsKnownWhatKeepsIt) {
+  const DockWidget sales = connected(u"sales"_s);
+  struct Case {
+    const char* name;
+    std::function<void()> tell;
+    bool isAsked;
+  };
+  const Case cases[] = {
+      {"offline", [&] { network.set(false); }, false},
+      {"online", [&] { network.set(true); }, true},
+      {"locked", [&] { session.setLocked(true); }, false},
+      {"not locked", [&] { session.setLocked(false); }, true},
+      {"nobody tells", [&] { time.advance(RemoteValues::kPatience); }, true},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    restart();
+    services.forget();
+    network.set(true);
+    const bool isOfSession = QByteArray(each.name).contains("locked");
+    (isOfSession ? session.known : network.known) = false;
+    startWith({sales});
+    values->refreshAll();
+    time.advance(0.5);
+    EXPECT_TRUE(services.asked.isEmpty());
+    each.tell();
+    time.advance(0);
+    EXPECT_EQ(services.asked.size(), each.isAsked ? 1 : 0);
+    session.known = true;
+  }
+}
+
+TEST_F(RemoteTest, WhatANewNetworkDidNotReachIsTriedOnceMore) {
+  const ServiceUnreachable unreachable(u"The service could not be reached."_s);
+  const auto come = [&] {
+    network.set(false);
+    values->refreshAll();
+    time.advance(1);
+    network.set(true, true);
+    time.advance(1);
+  };
+  const auto arrive = [&] { network.set(true); };
+  struct Case {
+    const char* name;
+    std::function<void()> begin, then;
+    bool isUnreachable, isAgain;
+  };
+  const Case cases[] = {
+      {"it comes and is there later", come, arrive, true, true},
+      {"it is there before the failure", [&] { come(), arrive(); }, [] {}, true, true},
+      {"it never is", come, [] {}, true, false},
+      {"another failure", come, arrive, false, false},
+      {"behind a sleep",
+       [&] {
+         Q_EMIT session.willSleep();
+         Q_EMIT session.didWake();
+         values->refreshAll();
+         time.advance(1);
+       },
+       [] {}, true, true},
+      {"it was there all the time",
+       [&] {
+         time.advance(60);
+         values->refreshAll();
+         time.advance(1);
+       },
+       [] {}, true, false},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    const DockWidget sales = connected(u"sales"_s);
+    show({sales});
+    services.forget();
+    each.begin();
+    ASSERT_EQ(services.asked.size(), 1);
+    each.isUnreachable ? services.fail(0, unreachable) : services.fail(0, ServiceHTTPError(500));
+    time.advance(60);
+    each.then();
+    time.advance(RemoteValues::kFresh);
+    ASSERT_EQ(services.asked.size(), each.isAgain ? 2 : 1);
+    if (each.isAgain) services.fail(1, unreachable);
+    time.advance(60);
+    EXPECT_EQ(services.asked.size(), each.isAgain ? 2 : 1) << "more than once";
+    network.set(true);
+  }
+}
+
+TEST_F(RemoteTest, WhatIsReadHereWaitsForAUserWhoCanSeeItButForItsDeadline) {
+  const DockWidget local{QUuid::createUuid(),
+                         kind::analyticsClaudeCodeStatus.toString(),
+                         u"local"_s,
+                         {{option::connectionMode, value::claudeActivity}}};
+  show({local});
+  const auto asked = [&](RemoteValues::Cause cause) {
+    services.forget();
+    values->refreshByItself(local, cause);
+    time.advance(0);
+    return services.asked.size();
+  };
+  network.set(false);
+  EXPECT_EQ(asked(RemoteValues::Cause::News), 1) << "it needs no network";
+  session.setLocked(true);
+  EXPECT_EQ(asked(RemoteValues::Cause::News), 0);
+  EXPECT_EQ(asked(RemoteValues::Cause::Deadline), 0);
+  session.setLocked(false);
+  time.advance(0);
+  EXPECT_EQ(services.asked.size(), 1) << "what was new meanwhile is forgotten";
+  values->setSeen({});
+  time.advance(RemoteValues::kUnseen);
+  EXPECT_EQ(asked(RemoteValues::Cause::News), 0);
+  EXPECT_EQ(asked(RemoteValues::Cause::Deadline), 1);
+  EXPECT_EQ(asked(RemoteValues::Cause::News), 0);
+  values->setSeen({local.id});
+  time.advance(0);
+  EXPECT_EQ(services.asked.size(), 1);
+}
+
+TEST_F(RemoteTest, TheNextRefreshIsTheFirstBeatThatBeginsOne) {
+  const DockWidget sales = connected(u"sales"_s);
+  show({sales});
+  const double beat = values->everyTicks();
+  const auto next = [&] {
+    const auto at = values->nextRefresh(sales.id);
+    return at ? time.now().secsTo(*at) : -1;
+  };
+  values->beat(ActiveSets::of({sales}));
+  time.advance(1);
+  EXPECT_EQ(next(), beat - 1);
+  for (const auto& [pause, expected] : {std::pair(60, beat - 1), {700, beat * 2 - 1}, {2400, beat * 5 - 1}}) {
+    refresh(sales);
+    services.fail(services.asked.size() - 1, ServiceHTTPError(429, time.now().addSecs(pause)));
+    EXPECT_EQ(next(), expected) << pause;
+  }
+  network.set(false);
+  EXPECT_EQ(next(), -1) << "nothing is asked without a network";
+  network.set(true);
+  show({});
+  EXPECT_EQ(next(), -1);
 }
 
 TEST_F(RemoteTest, HeadlinesOutliveTheProgramWithoutTheirSecrets) {
@@ -413,7 +581,6 @@ TEST_F(RemoteTest, HeadlinesOutliveTheProgramWithoutTheirSecrets) {
 
   // Neither another host's answer nor what cannot be read is shown.
   values->end();
-  restart();
   DockWidget moved = sales;
   moved.options[option::endpoint] = u"https://elsewhere.example/sales"_s;
   EXPECT_FALSE(RemoteCache::load(file.fileName()).valueOf(moved));
@@ -433,6 +600,48 @@ TEST_F(RemoteTest, HeadlinesOutliveTheProgramWithoutTheirSecrets) {
   const QByteArray encoded = huge.encoded();
   EXPECT_LE(encoded.size(), RemoteCache::kMostBytes);
   EXPECT_EQ(RecordCodec::fromBytes<RemoteCache>(encoded).values.constFirst().updated, 99);
+}
+
+TEST_F(RemoteTest, HeadlinesGoFromTheDiskWithTheirWidgets) {
+  const DockWidget sales = connected(u"sales"_s);
+  const QString file = folder.filePath(u"remote-cache.json"_s);
+  struct Case {
+    const char* name;
+    std::function<void()> act;  ///< With the headline on the disk, at the start of a run.
+  };
+  const Case cases[] = {
+      {"the widget is removed", [&] { startWith({sales}), show({}); }},
+      {"its credential is removed before the disk was read", [&] { startWith({sales}), values->forget(sales.id); }},
+      {"its credential is removed later",
+       [&] {
+         startWith({sales});
+         EXPECT_TRUE(waitFor([&] { return values->remote().contains(sales.id); }));
+         values->forget(sales.id);
+       }},
+      {"it was removed where this was not noticed", [&] { startWith({}); }},
+      {"it asks another host by now",
+       [&] {
+         DockWidget moved = sales;
+         moved.options[option::endpoint] = u"https://elsewhere.example/"_s;
+         startWith({moved});
+       }},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    restart();
+    startWith({sales});
+    refresh(sales);
+    services.answer(services.asked.size() - 1, u"1"_s);
+    values->end();
+    ASSERT_TRUE(QFile::exists(file));
+    restart();
+    each.act();
+    EXPECT_TRUE(waitFor([&] {
+      time.advance(0);
+      return !QFile::exists(file);
+    }));
+    EXPECT_FALSE(values->remote().contains(sales.id));
+  }
 }
 
 TEST(RemoteRules, OnlyWhatIsSetUpIsFetched) {

@@ -2,13 +2,16 @@
 
 #include <QJsonArray>
 #include <QUrlQuery>
+#include <cmath>
 
 #include "base/DomainError.h"
 #include "services/CustomEndpoint.h"
 #include "services/JSONMetric.h"
 #include "services/RemoteFetch.h"
+#include "services/ServiceHTTPError.h"
 #include "services/Weather.h"
 #include "services/WeatherCondition.h"
+#include "support/ForeignTexts.h"
 #include "support/ScriptedSession.h"
 #include "support/TestScheduler.h"
 #include "widgets/catalog/Kinds.h"
@@ -97,12 +100,53 @@ TEST_F(Asked, ACityIsLookedUpOnceAndItsSkyRead) {
   EXPECT_EQ(sentence, u"Weather response is missing current conditions."_s);
 }
 
+TEST_F(Asked, FiguresThatAreNoWeatherAreLeftOut) {
+  struct Case {
+    const char* name;
+    double degrees, code;
+    bool isWeather;
+  };
+  const Case cases[] = {{"a heat wave", 54.4, 0, true},
+                        {"huge", 1e300, 0, false},
+                        {"hugely cold", -1e308, 0, false},
+                        {"half a condition", 20, 2.7, false},
+                        {"no such condition", 20, 1e10, false}};
+  for (const Case& each : cases) {
+    QJsonObject answer = sky();
+    const QJsonArray degrees{each.degrees};
+    answer[u"current"_s] = QJsonObject{{u"temperature_2m"_s, each.degrees}, {u"weather_code"_s, each.code}};
+    answer[u"hourly"_s] = QJsonObject{{u"time"_s, QJsonArray{u"2026-11-27T00:00"_s}}, {u"temperature_2m"_s, degrees}};
+    answer[u"daily"_s] = QJsonObject{{u"temperature_2m_max"_s, degrees}, {u"temperature_2m_min"_s, degrees}};
+    run([&](std::stop_token stop) { return weather.at(GeocodeCache::Place{1, 2, u"x"_s}, false, stop); });
+    session->answer(answer);
+    EXPECT_EQ(value.has_value(), each.isWeather) << each.name;
+    // With a temperature of its own, the days and hours are what is left.
+    answer[u"current"_s] = sky()[u"current"_s];
+    run([&](std::stop_token stop) { return weather.at(GeocodeCache::Place{1, 2, u"x"_s}, false, stop); });
+    session->answer(answer);
+    ASSERT_TRUE(value) << each.name;
+    const bool isSane = std::abs(each.degrees) < 100;
+    EXPECT_EQ(value->weather->highs.size() + value->weather->hourly.size(), isSane ? 2 : 0) << each.name;
+  }
+}
+
 TEST_F(Asked, WhatIsNoPlaceIsSaid) {
   run([&](std::stop_token stop) { return weather.at(u"  "_s, false, stop); });
   EXPECT_EQ(sentence, u"Choose a city."_s);
   run([&](std::stop_token stop) { return weather.at(u"Nowhere"_s, false, stop); });
   session->answer(QJsonObject{{u"generationtime_ms"_s, 1}});
   EXPECT_EQ(sentence, u"City not found. Try a nearby city."_s);
+  for (const test::ForeignSample& sample : test::foreignSamples()) {
+    QList<GeocodeCache::Place> found;
+    run([&](std::stop_token stop) -> QCoro::Task<RemoteValue> {
+      found = co_await weather.search(u"Par"_s, 8, stop);
+      co_return RemoteValue();
+    });
+    session->answer(place(sample.text));
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_TRUE(found[0].name.contains(sample.seen) && test::ForeignSample::isHarmless(found[0].name))
+        << qPrintable(found[0].name.left(80));
+  }
   const qsizetype before = session->asked.size();
   for (const auto& [latitude, longitude] : {std::pair(91.0, 0.0), {0.0, -181.0}, {qQNaN(), 0.0}, {0.0, qInf()}}) {
     run([&, latitude, longitude](std::stop_token stop) {
@@ -179,6 +223,18 @@ TEST_F(Asked, AFieldOfOnesOwnAddressIsShown) {
       EXPECT_EQ(value->subtitle, u"Updated just now"_s);
     }
   }
+  // Where a credential may be kept that cannot be read, nothing is asked without it.
+  session->unread = u"Keychain access unavailable (-2)."_s;
+  const qsizetype before = session->asked.size();
+  ask();
+  EXPECT_EQ(sentence, session->unread);
+  EXPECT_EQ(session->asked.size(), before);
+  session->hasNoKeyring = true;
+  ask();
+  EXPECT_EQ(session->asked.size(), before + 1) << "where there is no keyring nothing is kept";
+  session->fail(ServiceHTTPError(401));
+  EXPECT_EQ(sentence, session->unread) << "it may be for want of what cannot be kept here";
+  session->unread.clear();
   widget.options[option::metricLabel] = QString();
   widget.options[option::field] = u"list"_s;
   ask();

@@ -35,9 +35,7 @@ TEST(ConnectionRowsTest, SayWhomAWidgetAsksHowItStandsAndWhen) {
   owed.waitsFor = RemoteWait::BeingSeen;
   RemoteReading old = good;
   old.goodAt = now.addDays(-1);
-  const auto time = [&](qint64 seconds) {
-    return QLocale().toString(now.addSecs(seconds).time(), QLocale::ShortFormat);
-  };
+  const auto time = [&](qint64 seconds) { return now.addSecs(seconds).time().toString(u"HH:mm"_s); };
   const QString last = u"Last answer "_s + time(-360) + u'.';
   const struct {
     std::optional<RemoteReading> reading;
@@ -55,10 +53,12 @@ TEST(ConnectionRowsTest, SayWhomAWidgetAsksHowItStandsAndWhen) {
   };
   for (const auto& [reading, state, details] : cases) {
     SCOPED_TRACE(state.toStdString());
-    EXPECT_EQ(ConnectionRows::state(reading, now), state);
-    EXPECT_EQ(ConnectionRows::details(reading, std::nullopt, now), details);
+    EXPECT_EQ(ConnectionRows::state(reading, now, true), state);
+    EXPECT_EQ(ConnectionRows::details(reading, std::nullopt, now, true), details);
   }
-  EXPECT_EQ(ConnectionRows::details(std::nullopt, now.addSecs(600), now), u"Next refresh about "_s + time(600) + u'.');
+  EXPECT_EQ(ConnectionRows::details(std::nullopt, now.addSecs(600), now, true), u"Next refresh about 10:34."_s);
+  EXPECT_EQ(ConnectionRows::details(std::nullopt, now.addSecs(4 * 3600), now, false), u"Next refresh about 2:24 PM."_s)
+      << "as the desktop writes it, whatever the language does";
 
   DockWidget widget = connectedTo(u"https://API.example.org/v1"_s);
   EXPECT_EQ(ConnectionRows::service(widget), u"Own address · api.example.org"_s);

@@ -32,6 +32,9 @@ class RecordingCommands : public NoCommands {
   void selectProfile(int index, const QString& display = {}) override {
     asked << QStringLiteral("profile %1 %2").arg(index).arg(display);
   }
+  void openWeather(const QString& display, const QUuid& widget) override {
+    asked << QStringLiteral("weather %1 %2").arg(display, widget.toString());
+  }
   void openPanel(const QString& display, const QUuid& widget) override {
     asked << QStringLiteral("panel %1 %2").arg(display, widget.toString());
   }

@@ -34,6 +34,7 @@ class ScriptedSession final : public ServiceSession {
   bool isDeaf = false;
   /// Why the keyring cannot be asked for a credential that nobody needs.
   QString unread;
+  bool hasNoKeyring = false;
   QDateTime time{QDate(2026, 11, 24), QTime(10, 24), QTimeZone::utc()};
 
   QCoro::Task<QJsonValue> json(ServiceCall call, std::stop_token stop) override {
@@ -58,6 +59,7 @@ class ScriptedSession final : public ServiceSession {
   QCoro::Task<MaybeCredential> credentialIfAny(DockWidget widget, std::stop_token stop) override {
     MaybeCredential found;
     found.unread = unread;
+    found.hasNoKeyring = hasNoKeyring;
     if (unread.isEmpty()) found.value = co_await credential(std::move(widget), stop);
     co_return found;
   }

@@ -264,12 +264,18 @@ class ClaudeActivityFollowing : public FolderTest {
 
   test::TestScheduler clock;
   int reads = 0;
+  bool isDeadline = false;  ///< The last one, that is.
   DockWidget widget{QUuid::createUuid(),
                     kind::analyticsClaudeCodeStatus,
                     {},
                     {{option::connectionMode, value::claudeActivity}, {option::historyDirectory, at(u"activity"_s)}}};
   std::unique_ptr<ClaudeActivityFollower> follower = std::make_unique<ClaudeActivityFollower>(
-      clock, [this](const DockWidget&) { ++reads; }, at(u"own"_s));
+      clock,
+      [this](const DockWidget&, RemoteValues::Cause cause) {
+        ++reads;
+        isDeadline = cause == RemoteValues::Cause::Deadline;
+      },
+      at(u"own"_s));
   LocalReader reader = follower->reader();
 };
 
@@ -283,10 +289,12 @@ TEST_F(ClaudeActivityFollowing, ReadsWhenSomethingHappensAndNotOtherwise) {
   EXPECT_EQ(reads, 1);
   record("thinking", clock.now());  // With its folder, which was not there.
   EXPECT_TRUE(isReadAgain(1));
+  EXPECT_FALSE(isDeadline);
   EXPECT_EQ(read(), u"Thinking"_s);
   // What the time alone changes: an hour after the event.
   const int before = reads;
   while (reads == before) beat();
+  EXPECT_TRUE(isDeadline);
   EXPECT_EQ(read(), u"No recent activity"_s);
   // After a time in which no tile was shown.
   clock.advance(10);

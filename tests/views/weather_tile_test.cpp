@@ -165,6 +165,45 @@ TEST(WeatherTiles, AClockSaysWhyItNeverHadAnyWeather) {
   }
 }
 
+TEST(WeatherTiles, AClockSaysHowItsWeatherStands) {
+  const struct {
+    const char* name;
+    std::function<void(RemoteReading&)> change;
+    QString said;
+    bool hasFailed, isLoading;
+  } cases[] = {
+      {"all well", [](RemoteReading&) {}, u"Kendal −4°"_s, false, false},
+      {"asked again", [](RemoteReading& reading) { reading.isLoading = true; }, u"Kendal −4°"_s, false, true},
+      {"stale",
+       [](RemoteReading& reading) {
+         reading.waitsFor = RemoteWait::Network;
+         reading.goodAt = reading.goodAt->addSecs(-120);
+       },
+       u"Kendal −4°, 2 min ago, Waiting for the network."_s, false, false},
+      {"failed",
+       [](RemoteReading& reading) {
+         reading.value.failed = true;
+         reading.value.subtitle = u"No answer came."_s;
+       },
+       u"Kendal −4°, No answer came."_s, true, false},
+  };
+  for (const auto& each : cases) {
+    TileSources sources = morning();
+    sources.weather = {};
+    DockWidget clock = widget(kind::todayClock);
+    clock.options.insert(option::city, u"Kendal"_s);
+    RemoteReading reading = forecast();
+    reading.goodAt = QDateTime(reading.goodAt->date(), reading.goodAt->time());
+    each.change(reading);
+    sources.weather.set(clock.id, reading);
+    const TileContent content = makeTileContent(clock, Catalog::find(clock.kind), sources);
+    EXPECT_TRUE(content.describe({}).value.endsWith(u", "_s + each.said))
+        << each.name << ": " << qPrintable(content.describe({}).value);
+    EXPECT_EQ(contentAs<TodayClockContent>(content).hasFailed, each.hasFailed) << each.name;
+    EXPECT_EQ(content.isLoading(), each.isLoading) << each.name;
+  }
+}
+
 /// What a forecast may hold, from the usual to the hardest to lay out.
 QList<RemoteReading> forecasts() {
   const auto changed = [](const std::function<void(RemoteReading&, WeatherSnapshot&)>& change) {

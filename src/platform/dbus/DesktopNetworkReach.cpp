@@ -9,6 +9,7 @@ namespace {
 // The overall states of NetworkManager. Its documentation asks programs to take an unknown one as a network.
 constexpr uint kNetworkUnknown = 0;
 constexpr uint kNetworkDisconnected = 20;
+constexpr uint kNetworkLocal = 50;
 
 }  // namespace
 
@@ -26,22 +27,26 @@ void DesktopNetworkReach::start() {
 
 bool DesktopNetworkReach::isOnlineAt(uint state) { return state == kNetworkUnknown || state > kNetworkDisconnected; }
 
+bool DesktopNetworkReach::isOnItsWayAt(uint state) { return state > kNetworkDisconnected && state < kNetworkLocal; }
+
 void DesktopNetworkReach::decide() {
   const QVariant state = properties_->value(u"State"_s);
   if (state.isValid()) {
     links_.reset();
-    setOnline(isOnlineAt(state.toUInt()));
+    const uint number = state.toUInt();
+    become({true, isOnlineAt(number), isOnItsWayAt(number)});
     return;
   }
   if (!links_) {
     links_ = std::make_unique<KernelLinks>();
     connect(links_.get(), &KernelLinks::changed, this, &DesktopNetworkReach::decide);
   }
-  setOnline(links_->isAnyUp().value_or(isOnline_));
+  const std::optional<bool> isAnyUp = links_->isAnyUp();
+  become({state_.isKnown || isAnyUp, isAnyUp.value_or(state_.isOnline), false});
 }
 
-void DesktopNetworkReach::setOnline(bool online) {
-  if (std::exchange(isOnline_, online) != online) Q_EMIT changed();
+void DesktopNetworkReach::become(const State& state) {
+  if (std::exchange(state_, state) != state) Q_EMIT changed();
 }
 
 }  // namespace tarnwick

@@ -17,20 +17,30 @@ class DesktopNetworkReach final : public NetworkReach {
   explicit DesktopNetworkReach(const QDBusConnection& system, QObject* parent = nullptr);
 
   void start() override;
-  bool isOnline() const override { return isOnline_; }
+  bool isKnown() const override { return state_.isKnown; }
+  bool isOnline() const override { return state_.isOnline; }
+  bool isOnItsWay() const override { return state_.isOnItsWay; }
 
-  /// Whether a state of NetworkManager's counts as having a network.
+  /// Whether a state of NetworkManager's counts as having a network, and as one that is not there whole.
   static bool isOnlineAt(uint state);
+  static bool isOnItsWayAt(uint state);
 
  private:
+  struct State {
+    bool isKnown = false;
+    bool isOnline = true;
+    bool isOnItsWay = false;
+    bool operator==(const State&) const = default;
+  };
+
   void decide();
-  void setOnline(bool online);
+  void become(const State& state);
 
   QDBusConnection system_;
   std::unique_ptr<BusService> manager_;  ///< Null until it begins, like what it has.
   std::unique_ptr<BusProperties> properties_;
   std::unique_ptr<KernelLinks> links_;  ///< Null while NetworkManager answers.
-  bool isOnline_ = true;
+  State state_;
 };
 
 }  // namespace tarnwick

@@ -64,6 +64,7 @@ bool LoginSessionEvents::isOurs(const QDBusMessage& removed) const {
 /// it stays true until another login manager says something else.
 void LoginSessionEvents::findLock() {
   session_.reset();
+  if (!login_.isRunning()) return learnLock();
   login_.call(kManagerPath, kManager, u"GetSession"_s, {u"auto"_s}, this, [this](const QDBusMessage& reply) {
     const QString path = reply.type() == QDBusMessage::ReplyMessage
                              ? reply.arguments().value(0).value<QDBusObjectPath>().path()
@@ -77,6 +78,11 @@ void LoginSessionEvents::findLock() {
 
 void LoginSessionEvents::setLocked(bool locked) {
   if (std::exchange(isLocked_, locked) != locked) Q_EMIT lockedChanged(locked);
+  learnLock();
+}
+
+void LoginSessionEvents::learnLock() {
+  if (!std::exchange(isLockKnown_, true)) Q_EMIT lockKnown();
 }
 
 void LoginSessionEvents::prepareForSleep(bool begins) {

@@ -19,6 +19,8 @@ class LoginSessionEvents final : public SessionEvents {
   /// Listens at once.
   explicit LoginSessionEvents(const QDBusConnection& system, QObject* parent = nullptr);
 
+  bool isLockKnown() const override { return isLockKnown_; }
+
  private:
   void prepareForSleep(bool begins);
   void prepareForShutdown(bool begins);
@@ -27,6 +29,7 @@ class LoginSessionEvents final : public SessionEvents {
   bool isOurs(const QDBusMessage& removed) const;
   void findLock();
   void setLocked(bool locked);
+  void learnLock();
 
   BusService login_;
   LoginInhibitor delay_;
@@ -34,6 +37,7 @@ class LoginSessionEvents final : public SessionEvents {
   QString sessionPath_;
   std::unique_ptr<BusProperties> session_;  ///< That of the lock; null until it was found.
   bool isLocked_ = false;
+  bool isLockKnown_ = false;
 };
 
 }  // namespace tarnwick

@@ -156,7 +156,7 @@ Accent tileAccent(const WidgetDefinition& definition) {
 }
 
 std::unique_ptr<TilePanel> makePanel(const PanelContext& context) {
-  const WidgetDefinition& definition = Catalog::find(context.kind());
+  const WidgetDefinition& definition = Catalog::find(context.as.isEmpty() ? context.kind() : context.as);
   PanelContext own = context;
   own.accent = tileAccent(definition);
   const Rows rows(definition);

@@ -35,6 +35,8 @@ struct PanelContext {
   Accent accent = Accent::Blue;
   /// As in TileRequest; set by the same code.
   bool comesLater = false;
+  /// Whose panel it is: that of another kind, of which the widget shows something; empty for that of its own.
+  QString as = {};
 
   /// The widget's kind; empty when the settings hold it no more.
   QString kind() const {

@@ -10,6 +10,7 @@
 #include "services/RemoteRules.h"
 #include "services/WidgetLoader.h"
 #include "views/settings/SettingsWords.h"
+#include "widgets/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Options.h"
 
@@ -25,9 +26,9 @@ bool isConnected(const DockWidget& widget) {
 }
 
 /// The time of day, with the date where that is another.
-QString moment(const QDateTime& at, const QDateTime& now) {
+QString moment(const QDateTime& at, const QDateTime& now, bool use24Hour) {
   const QDateTime local = at.toTimeZone(now.timeZone());
-  const QString time = QLocale().toString(local.time(), QLocale::ShortFormat);
+  const QString time = ClockWords::time(local.time(), QLocale(), use24Hour).full();
   return local.date() == now.date() ? time : QLocale().toString(local.date(), QLocale::ShortFormat) + u' ' + time;
 }
 
@@ -53,9 +54,10 @@ QString ConnectionRows::service(const DockWidget& widget) {
   return host.isEmpty() ? name : name + u" · "_s + ForeignText::line(host);
 }
 
-QString ConnectionRows::state(const std::optional<RemoteReading>& reading, const QDateTime& now) {
+QString ConnectionRows::state(const std::optional<RemoteReading>& reading, const QDateTime& now, bool use24Hour) {
   if (!reading) return SettingsWords::tr("Not asked yet");
-  if (isPaused(*reading, now)) return SettingsWords::tr("Paused until %1").arg(moment(*reading->pausedUntil, now));
+  if (isPaused(*reading, now))
+    return SettingsWords::tr("Paused until %1").arg(moment(*reading->pausedUntil, now, use24Hour));
   if (reading->isLoading) return SettingsWords::tr("Asking…");
   if (reading->value.failed) return SettingsWords::tr("Failed");
   if (reading->waitsFor) return SettingsWords::tr("Waiting");
@@ -63,13 +65,14 @@ QString ConnectionRows::state(const std::optional<RemoteReading>& reading, const
 }
 
 QString ConnectionRows::details(const std::optional<RemoteReading>& reading, const std::optional<QDateTime>& next,
-                                const QDateTime& now) {
+                                const QDateTime& now, bool use24Hour) {
   QStringList said;
   if (reading && reading->value.failed) said << ForeignText::line(reading->value.subtitle);
   if (reading && reading->waitsFor) said << RemoteRules::sentenceOf(*reading->waitsFor);
-  if (reading && reading->goodAt) said << SettingsWords::tr("Last answer %1.").arg(moment(*reading->goodAt, now));
+  if (reading && reading->goodAt)
+    said << SettingsWords::tr("Last answer %1.").arg(moment(*reading->goodAt, now, use24Hour));
   if (next && !(reading && isPaused(*reading, now)))
-    said << SettingsWords::tr("Next refresh about %1.").arg(moment(*next, now));
+    said << SettingsWords::tr("Next refresh about %1.").arg(moment(*next, now, use24Hour));
   return said.join(u' ');
 }
 

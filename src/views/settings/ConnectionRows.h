@@ -17,10 +17,10 @@ struct ConnectionRows {
   /// The service and the host that a widget asks: "Plausible · plausible.io".
   static QString service(const DockWidget& widget);
   /// How it stands, in a word or two.
-  static QString state(const std::optional<RemoteReading>& reading, const QDateTime& now);
+  static QString state(const std::optional<RemoteReading>& reading, const QDateTime& now, bool use24Hour);
   /// What went wrong or is waited for, when the service last answered, and when it is asked the next time.
   static QString details(const std::optional<RemoteReading>& reading, const std::optional<QDateTime>& next,
-                         const QDateTime& now);
+                         const QDateTime& now, bool use24Hour);
 };
 
 }  // namespace tarnwick

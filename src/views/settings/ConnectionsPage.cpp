@@ -17,6 +17,7 @@
 #include "views/settings/Pages.h"
 #include "views/settings/SettingsWords.h"
 #include "views/window/WindowTheme.h"
+#include "widgets/ClockWords.h"
 #include "widgets/catalog/Catalog.h"
 
 namespace tarnwick {
@@ -153,16 +154,18 @@ class ConnectionsPage final : public SettingsPage {
 
   void showConnections(const DockConfiguration& config) {
     const QDateTime now = store().scheduler().now();
+    const bool use24Hour = services_.abilities().uses24Hour.value_or(ClockWords::writes24Hours(QLocale()));
     QList<OrderItem> items;
     for (const DockWidget& widget : ConnectionRows::widgets(config)) {
       const auto reading = services_.connections.reading(widget.id);
-      items.append({.id = widget.id.toString(),
-                    .title = services_.edits.nameOf(widget),
-                    .caption = ConnectionRows::service(widget),
-                    .symbol = Catalog::find(widget.kind).symbol,
-                    .value = ConnectionRows::state(reading, now),
-                    .isFaint = false,
-                    .note = ConnectionRows::details(reading, services_.connections.nextRefresh(widget.id), now)});
+      items.append(
+          {.id = widget.id.toString(),
+           .title = services_.edits.nameOf(widget),
+           .caption = ConnectionRows::service(widget),
+           .symbol = Catalog::find(widget.kind).symbol,
+           .value = ConnectionRows::state(reading, now, use24Hour),
+           .isFaint = false,
+           .note = ConnectionRows::details(reading, services_.connections.nextRefresh(widget.id), now, use24Hour)});
     }
     list_->setItems(items);
   }

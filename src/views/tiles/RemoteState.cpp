@@ -48,8 +48,9 @@ RemoteState RemoteState::of(const RemoteReading& reading, const TileSources& sou
   const QTime time = reading.pausedUntil->toTimeZone(sources.now.timeZone()).time();
   state.until = ClockWords::time(time, sources.locale, sources.use24Hour).full();
   state.pause = TileWords::tr("Paused until %1").arg(state.until);
-  // A service that gave the time has it in its sentence.
-  if (state.problem.contains(state.until)) return state;
+  // A service that gave the time has it in its sentence, as the user's language writes it.
+  const QString plain = sources.locale.toString(time, QLocale::ShortFormat);
+  if (state.problem.contains(state.until) || state.problem.contains(plain)) return state;
   const QString pause = TileWords::tr("Paused until %1.").arg(state.until);
   state.problem = state.problem.isEmpty() ? pause : state.problem + u' ' + pause;
   return state;

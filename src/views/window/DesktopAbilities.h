@@ -51,6 +51,8 @@ struct DesktopAbilities {
   Capability captureProtection;
   /// Whether the user asked for less motion.
   bool reducesMotion = false;
+  /// Whether the desktop writes hours as 24; absent where it leaves that to the language.
+  std::optional<bool> uses24Hour = std::nullopt;
 };
 
 }  // namespace tarnwick

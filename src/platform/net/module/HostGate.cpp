@@ -13,6 +13,7 @@ HostGate::Pass::~Pass() {
   else
     gate_.hosts_[host_].waiting.remove(this);
   gate_.admit(host_);
+  gate_.admitElsewhere();
 }
 
 std::unique_ptr<HostGate::Pass> HostGate::ask(const QString& host, int port, Enter enter) {
@@ -43,6 +44,28 @@ bool HostGate::hasRoom(const Host& host, const Port& port) const {
   return open <= width_;
 }
 
+bool HostGate::isAnyInside() const {
+  return std::ranges::any_of(hosts_, [](const auto& host) {
+    return std::ranges::any_of(host.second.ports, [](const auto& port) { return port.second.inside > 0; });
+  });
+}
+
+/// What is kept for one port can be closed only together with all else; then nobody must be using any of it.
+bool HostGate::makeRoom() {
+  if (!closeKept_ || isAnyInside()) return false;
+  closeKept_();
+  for (auto& [name, host] : hosts_)
+    for (auto& [number, port] : host.ports) port.open = 0;
+  return true;
+}
+
+/// Lets those in who only wait for connections that are kept, once these can be closed.
+void HostGate::admitElsewhere() {
+  if (!closeKept_ || isAnyInside()) return;
+  for (const auto& [name, host] : hosts_)
+    if (!host.waiting.empty()) admit(name);
+}
+
 /// Looks again when the first of those that are idle are closed.
 void HostGate::waitForClosing(const QString& name) {
   double left = keptSeconds_;
@@ -63,7 +86,7 @@ void HostGate::admit(const QString& name) {
   while (!host.waiting.empty()) {
     Pass* next = host.waiting.front();
     Port& port = host.ports[next->port_];
-    if (!hasRoom(host, port)) return waitForClosing(name);
+    if (!hasRoom(host, port) && !makeRoom()) return waitForClosing(name);
     host.waiting.pop_front();
     ++port.inside;
     port.open = std::max(port.open, port.inside);

@@ -19,6 +19,8 @@ class HostGate {
   /// of one port would be in the way of another.
   enum class Connection { Kept, Closed };
   using Enter = std::function<void(Connection connection)>;
+  /// Closes all that is kept, of whatever host. Called only while nobody is inside anywhere.
+  using CloseKept = std::function<void()>;
 
   /// A place in the queue of a host or, once `enter` was called, behind the gate. Destroying it gives the place up.
   class Pass {
@@ -38,8 +40,8 @@ class HostGate {
   };
 
   /// `keptSeconds` is how long the toolkit keeps a connection at most after its last request.
-  HostGate(int width, double keptSeconds, Scheduler& scheduler)
-      : width_(width), keptSeconds_(keptSeconds), scheduler_(scheduler) {}
+  HostGate(int width, double keptSeconds, Scheduler& scheduler, CloseKept closeKept = {})
+      : width_(width), keptSeconds_(keptSeconds), scheduler_(scheduler), closeKept_(std::move(closeKept)) {}
   Q_DISABLE_COPY_MOVE(HostGate)
 
   /// `enter` is called once, perhaps within this call or within the end of another pass, and must neither make nor
@@ -60,6 +62,9 @@ class HostGate {
 
   void closeIdle(Host& host) const;
   bool hasRoom(const Host& host, const Port& port) const;
+  bool isAnyInside() const;
+  bool makeRoom();
+  void admitElsewhere();
   void waitForClosing(const QString& name);
   void admit(const QString& name);
   void leave(const Pass& pass);
@@ -67,6 +72,7 @@ class HostGate {
   int width_;
   double keptSeconds_;
   Scheduler& scheduler_;
+  CloseKept closeKept_;
   std::map<QString, Host> hosts_;
 };
 

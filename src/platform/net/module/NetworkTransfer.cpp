@@ -151,7 +151,8 @@ void NetworkTransfer::readEnd() {
   if (!readBody() || goingOn_) return;
   const QNetworkReply::NetworkError error = reply_->error();
   const bool isSuccess = status() >= 200 && status() <= 299;
-  const bool isCut = isSuccess && unpacker_ && !unpacker_->isComplete();
+  // Nothing at all is nothing, however it is packed.
+  const bool isCut = isSuccess && unpacker_ && unpacker_->hasBegun() && !unpacker_->isComplete();
   if (isCut || (error != QNetworkReply::NoError && (isOfProxy(error) || isSuccess || status() == 0))) {
     end(HTTPFailure::Unreachable);
   } else {

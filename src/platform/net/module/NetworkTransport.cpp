@@ -32,7 +32,7 @@ class KnownProxies final : public QNetworkProxyFactory {
 NetworkTransport::NetworkTransport(const NetworkSetup& setup, ProxyTable::Sources proxies)
     : scheduler_(*setup.scheduler),
       proxies_(scheduler_, std::move(proxies)),
-      gate_(HTTPLimits::connectionsToHost, kClosedBy, scheduler_) {
+      gate_(HTTPLimits::connectionsToHost, kClosedBy, scheduler_, [this] { manager_.clearConnectionCache(); }) {
   manager_.setProxyFactory(new KnownProxies(proxies_));
   if (setup.certificates.isEmpty()) return;
   trusting_ = QSslConfiguration::defaultConfiguration();

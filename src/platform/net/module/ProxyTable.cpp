@@ -1,8 +1,12 @@
 #include "platform/net/module/ProxyTable.h"
 
+#include <unistd.h>
+
 #include <QNetworkInterface>
 #include <QSslConfiguration>
 #include <QThreadPool>
+#include <cstdio>
+#include <cstdlib>
 
 namespace tarnwick {
 
@@ -10,14 +14,23 @@ namespace {
 
 constexpr int kAskers = 4;
 
-/// Never destroyed: a pool waits for its threads then, and one of these may be stuck.
-QThreadPool& askers() {
-  static QThreadPool* const pool = [] {
-    auto* made = new QThreadPool;
-    made->setMaxThreadCount(kAskers);
-    return made;
-  }();
-  return *pool;
+/// At the end of the process the toolkit waits for its thread that loads scripts, and so perhaps for ever for a server
+/// that does not answer. What is asked for at the end last is done first, so this comes before that.
+void endWithoutWaiting() {
+#ifdef __GLIBC__
+  static const int isAsked = ::on_exit(
+      [](int status, void*) {
+        std::fflush(nullptr);
+        ::_exit(status);
+      },
+      nullptr);
+  Q_UNUSED(isAsked)
+#endif
+}
+
+/// A pool waits for its threads when it is destroyed, and one of these may be stuck: then it is left to itself.
+void leave(QThreadPool* pool) {
+  if (pool->activeThreadCount() == 0) delete pool;
 }
 
 /// On the main thread, which asks for it first. Never destroyed, so that a late thread can still post to it.
@@ -57,25 +70,47 @@ ProxyTable::ProxyTable(Scheduler& scheduler, Sources sources)
   answers();
 }
 
+ProxyTable::~ProxyTable() {
+  if (!askers_) return;
+  if (askers_->activeThreadCount() > 0) endWithoutWaiting();
+  leave(askers_);
+}
+
+/// Those who wait for a script of the network as it was hold up nobody who asks in the one that is there now.
+void ProxyTable::renewAskers() {
+  if (askers_ && askers_->activeThreadCount() == 0) return;
+  if (askers_) {
+    askers_->clear();
+    leave(askers_);
+  }
+  askers_ = new QThreadPool;
+  askers_->setMaxThreadCount(kAskers);
+}
+
 void ProxyTable::find(const QUrl& url, QObject* context, std::function<void()> ready) {
   const QByteArray network = sources_.network();
-  if (network != network_) {
+  if (network != network_ || !askers_) {
     network_ = network;
-    for (Entry& entry : entries_) {
+    renewAskers();
+    for (auto [host, entry] : entries_.asKeyValueRange()) {
       entry.found.reset();
-      entry.isAsked = false;  // What a thread still finds out is about the network as it was.
+      // What a thread still finds out is about the network as it was.
+      if (std::exchange(entry.isAsked, false)) ask(host, entry);
     }
   }
-  const QString host = url.host();
-  Entry& entry = entries_[host];
+  Entry& entry = entries_[url.host()];
   if (entry.found && scheduler_.reference() - *entry.found < secondsKept) {
     ready();
     return;
   }
   entry.waiting.emplace_back(context, std::move(ready));
-  if (entry.isAsked) return;
+  entry.root = rootOf(url);
+  if (!entry.isAsked) ask(url.host(), entry);
+}
+
+void ProxyTable::ask(const QString& host, Entry& entry) {
   entry.isAsked = true;
-  askers().start([root = rootOf(url), host, network, ask = sources_.proxies, self = std::weak_ptr(self_)] {
+  askers_->start([root = entry.root, host, network = network_, ask = sources_.proxies, self = std::weak_ptr(self_)] {
     QList<QNetworkProxy> proxies = ask(root);
     QMetaObject::invokeMethod(
         &answers(),
@@ -92,7 +127,7 @@ QList<QNetworkProxy> ProxyTable::known(const QString& host) const {
 }
 
 void ProxyTable::take(const QString& host, const QByteArray& network, const QList<QNetworkProxy>& proxies) {
-  if (network != network_) return;  // Whoever noticed that has asked again.
+  if (network != network_) return;  // It was asked again then.
   Entry& entry = entries_[host];
   entry.proxies = proxies;
   entry.found = scheduler_.reference();

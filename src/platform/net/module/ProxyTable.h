@@ -13,6 +13,8 @@
 
 #include "base/Scheduler.h"
 
+class QThreadPool;
+
 namespace tarnwick {
 
 /// Which proxy leads to a host. The system is asked on a thread of its own, since it may have to load a script from a
@@ -32,6 +34,7 @@ class ProxyTable {
 
   ProxyTable(Scheduler& scheduler, Sources sources);
   Q_DISABLE_COPY_MOVE(ProxyTable)
+  ~ProxyTable();
 
   /// Calls `ready` once `known` holds for the host of this address, perhaps within this call; not after `context` is
   /// gone.
@@ -44,15 +47,19 @@ class ProxyTable {
     QList<QNetworkProxy> proxies;
     std::optional<double> found;  ///< On the scheduler's clock that never jumps.
     bool isAsked = false;
+    QUrl root;  ///< Of the host.
     std::vector<std::pair<QPointer<QObject>, std::function<void()>>> waiting;
   };
 
+  void renewAskers();
+  void ask(const QString& host, Entry& entry);
   void take(const QString& host, const QByteArray& network, const QList<QNetworkProxy>& proxies);
 
   Scheduler& scheduler_;
   Sources sources_;
   QByteArray network_;
   QHash<QString, Entry> entries_;
+  QThreadPool* askers_ = nullptr;      ///< Null until somebody asks.
   std::shared_ptr<ProxyTable*> self_;  ///< What threads hold of it; empty once it is gone.
 };
 

@@ -19,6 +19,7 @@ void Unpacker::add(const QByteArray& packed) {
   stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed_.constData()));
   stream_.avail_in = static_cast<uInt>(packed_.size());
   hasMore_ = true;
+  hasBegun_ = true;
 }
 
 QByteArray Unpacker::next(qsizetype most) {

@@ -19,6 +19,8 @@ class Unpacker {
   bool hasMore() const { return hasMore_ && !isDamaged_; }
   /// What comes next in them, so many bytes at most.
   QByteArray next(qsizetype most);
+  /// Whether anything was added.
+  bool hasBegun() const { return hasBegun_; }
   bool isDamaged() const { return isDamaged_; }
   /// Whether it has come to its end.
   bool isComplete() const { return isComplete_; }
@@ -26,6 +28,7 @@ class Unpacker {
  private:
   z_stream stream_{};
   QByteArray packed_;
+  bool hasBegun_ = false;
   bool hasMore_ = false;
   bool isDamaged_ = false;
   bool isComplete_ = false;

@@ -11,7 +11,7 @@
 #include "views/families/calendar/EventWords.h"
 #include "views/families/calendar/ReminderRow.h"
 #include "views/panels/PanelWords.h"
-#include "views/tiles/WeatherReading.h"
+#include "views/panels/WeatherRow.h"
 #include "widgets/ClockWords.h"
 
 namespace tarnwick {
@@ -40,7 +40,7 @@ class OverviewPanel final : public TilePanel {
  public:
   explicit OverviewPanel(const PanelContext& context)
       : TilePanel(context),
-        weather_(new ListRow({})),
+        weather_(new WeatherRow(context, WeatherRow::Placeless::Nothing)),
         agenda_(new DayAgenda(context.commands, kMostOverviewEvents)),
         folder_(new Button(PanelWords::tr("Add Calendar Folder…"))) {
     if (context.commands.can(Commands::Optional::CalendarApp)) {
@@ -83,42 +83,11 @@ class OverviewPanel final : public TilePanel {
     return part;
   }
 
-  /// The weather at the place, or why none of it was ever read; absent where neither is known.
-  std::optional<WeatherReading> weatherOf(const TileSources& sources) const {
-    if (auto read = WeatherReading::of(widget(), sources)) return read;
-    WeatherReading missing;
-    missing.place = WeatherReading::placeOf(widget());
-    missing.problem = WeatherReading::problemOf(sources.weather.of(widget().id), sources);
-    missing.picture = WeatherPicture::Cloud;
-    return missing.place.isEmpty() || missing.problem.isEmpty() ? std::nullopt : std::optional(missing);
-  }
-
   void showWeather(const TileSources& sources) {
-    const auto weather = weatherOf(sources);
-    weather_->setVisible(weather.has_value());
+    const bool isShown = weather_->show(widget(), sources);
     // A section brings the space above it along, the weather does not.
-    const int top = weather ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
+    const int top = isShown ? theme::kPanelHeaderBelow - theme::kSectionBelow : 0;
     body().setContentsMargins(theme::kRowOverhang, top, theme::kRowOverhang, 0);
-    if (!weather || (weather == reading_ && look() == painted_)) return;
-    reading_ = weather;
-    painted_ = look();
-    constexpr int size = theme::kRowPicture;
-    QPixmap picture(QSize(size, size) * devicePixelRatioF());
-    picture.setDevicePixelRatio(devicePixelRatioF());
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    drawWeather(painter, reading_->picture, {}, size, look().palette);
-    painter.end();
-    weather_->setPicture(picture);
-    const bool named = !reading_->condition.isEmpty();
-    QStringList facts{named ? reading_->place : reading_->problem, reading_->age};
-    facts.removeAll(QString());
-    weather_->setTitle(named ? reading_->condition : reading_->place);
-    weather_->setCaption(facts.join(u" · "_s));
-    // A sentence may be longer than the row.
-    setPlainTip(*weather_, reading_->problem);
-    weather_->setValue(reading_->temperature, reading_->isFailed ? Tone::Secondary : Tone::Primary);
   }
 
   void showEvents(const CalendarDigest& digest, const TileSources& sources) {
@@ -187,15 +156,13 @@ class OverviewPanel final : public TilePanel {
     todos_.rows->setRows(rows);
   }
 
-  ListRow* weather_;
+  WeatherRow* weather_;
   DayAgenda* agenda_;
   Button* folder_;
   Part events_;
   Part reminders_;
   Part todos_;
   QString heading_;
-  std::optional<WeatherReading> reading_;
-  ControlLook painted_;
   QList<Reminder> dueShown_;
   QStringList dueWords_;
   QList<TodoItem> todosShown_;

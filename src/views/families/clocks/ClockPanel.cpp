@@ -11,6 +11,7 @@
 #include "views/controls/Rows.h"
 #include "views/families/clocks/DateTiles.h"
 #include "views/panels/PanelWords.h"
+#include "views/panels/WeatherRow.h"
 #include "widgets/ClockWords.h"
 #include "widgets/ZoneSearch.h"
 #include "widgets/catalog/Kinds.h"
@@ -41,6 +42,8 @@ class ClockPanel final : public TilePanel {
       : TilePanel(context),
         isList_(widget().kind == kind::worldClockList),
         figure_(new FigureView),
+        weather_(widget().kind == kind::todayClock ? new WeatherRow(context, WeatherRow::Placeless::Invitation)
+                                                   : nullptr),
         zones_(new QVBoxLayout),
         field_(new SearchField(isList_ ? PanelWords::tr("Add a city or time zone")
                                        : PanelWords::tr("Choose a city or time zone"))),
@@ -52,6 +55,10 @@ class ClockPanel final : public TilePanel {
         monthName_(new TextLabel({}, TextStyle::TabLabel, Tone::Secondary)) {
     alsoShow({Family::Calendar});
     body().addWidget(figure_);
+    if (weather_) {
+      body().addSpacing(kFieldGap);
+      body().addWidget(weather_);
+    }
     addSection(isList_ ? PanelWords::tr("World clock") : PanelWords::tr("Time zone"));
     for (QVBoxLayout* list : {zones_, matches_}) {
       list->setContentsMargins(0, 0, 0, 0);
@@ -84,6 +91,7 @@ class ClockPanel final : public TilePanel {
     figure_->setLines(ClockWords::dates(today, sources.locale).value(0),
                       PanelWords::tr("Week %1").arg(
                           sources.locale.toString(ClockWords::weekNumber(today, sources.locale.firstDayOfWeek()))));
+    if (weather_) weather_->show(widget(), sources);
     showZones(sources);
     showMatchTimes(sources);
     month_->setWords(sources.locale);
@@ -244,6 +252,7 @@ class ClockPanel final : public TilePanel {
 
   bool isList_;
   FigureView* figure_;
+  WeatherRow* weather_;  ///< Null for a clock that shows none.
   QVBoxLayout* zones_;
   SearchField* field_;
   QVBoxLayout* matches_;

@@ -79,10 +79,13 @@ TodayClockContent makeTodayClock(const TileRequest& request) {
   if (place.isEmpty()) return content;
   content.weather = WeatherReading::of(request.widget, request.sources);
   const std::optional<RemoteReading> reading = request.sources.weather.of(request.widget.id);
-  if (content.weather || !reading) return content;
+  if (!reading) return content;
+  const RemoteState state = RemoteState::of(*reading, request.sources);
+  content.hasFailed = state.hasFailed;
+  content.isLoading = state.isLoading;
+  if (content.weather) return content;
   content.place = place;
-  content.problem = WeatherReading::problemOf(reading, request.sources);
-  content.hasFailed = reading->value.failed;
+  content.problem = state.problem;
   return content;
 }
 
@@ -92,18 +95,18 @@ TileText describe(const TodayClockContent& content, const QString& name) {
     if (!content.problem.isEmpty()) text.value += u", "_s + content.place + u": "_s + content.problem;
     return text;
   }
-  text.value += u", "_s + QStringList{content.weather->place, content.weather->temperature}.join(u' ');
-  if (!content.weather->problem.isEmpty()) text.value += u", "_s + content.weather->problem;
+  QStringList parts{text.value, QStringList{content.weather->place, content.weather->temperature}.join(u' '),
+                    content.weather->age, content.weather->problem};
+  parts.removeAll(QString());
+  text.value = parts.join(u", "_s);
   return text;
 }
 
 void paint(TileCanvas& canvas, const TodayClockContent& content) {
+  if (content.isLoading) paintLoading(canvas);
+  if (content.hasFailed) paintFailure(canvas);
   const TimeDateContent& clock = content.clock;
-  if (!content.weather) {
-    paint(canvas, clock);
-    if (content.hasFailed) paintFailure(canvas);
-    return;
-  }
+  if (!content.weather) return paint(canvas, clock);
   const double divider = canvas.width() - kDividerFromRight;
   paintHeadline(canvas, clock.time, clock.halfOfDay, labelled(clock.label, clock.dates), Sky::Here,
                 divider - theme::kTextLeft - kRowGap);

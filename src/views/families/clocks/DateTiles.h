@@ -38,9 +38,11 @@ struct TodayClockContent {
   QString place;    ///< Of a weather that was never read.
   QString problem;  ///< Why it was not, as a finished sentence; empty where it is on its way.
   bool hasFailed = false;
+  bool isLoading = false;
 
   bool operator==(const TodayClockContent&) const = default;
 };
+inline bool isLoading(const TodayClockContent& content) { return content.isLoading; }
 TodayClockContent makeTodayClock(const TileRequest& request);
 TileText describe(const TodayClockContent& content, const QString& name);
 void paint(TileCanvas& canvas, const TodayClockContent& content);

@@ -50,6 +50,7 @@ class ServicePanel final : public TilePanel {
                              showsBars(context.kind()) ? ChartView::Kind::Bars : ChartView::Kind::Line)),
         usage_(new RowList),
         metrics_(new RowList),
+        moreFigures_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
         rows_(new RowList),
         more_(new TextLabel({}, TextStyle::Caption, Tone::Secondary)),
         detail_(new WholeText(TextStyle::Caption, Tone::Secondary)),
@@ -76,6 +77,7 @@ class ServicePanel final : public TilePanel {
     addSpaced(chart_, theme::kPanelHeaderBelow);
     addSpaced(usage_, kAboveText);
     addSpaced(metrics_, kAboveText);
+    addSpaced(moreFigures_, kAboveText);
     addSpaced(rows_, kAboveText);
     addSpaced(more_, kAboveText);
     addSpaced(detail_, theme::kPanelHeaderBelow);
@@ -155,6 +157,7 @@ class ServicePanel final : public TilePanel {
     showHeadline(value, state, figures);
     showChart(value, sources.locale);
     showUsage(value.usageWindows, sources);
+    sayMore(moreFigures_, value.usageWindows.isEmpty() ? value.metrics.size() : value.usageWindows.size());
     // The figures of allowances are said with their bars.
     showMetrics(value.usageWindows.isEmpty() ? value.metrics : QList<ServiceMetric>(), figures);
     showRows(value.rows, figures, sources);
@@ -257,13 +260,17 @@ class ServicePanel final : public TilePanel {
     metrics_->setRows(rows);
   }
 
+  void sayMore(TextLabel* label, qsizetype all) {
+    setShown(label, all > kMostRows);
+    label->setText(PanelWords::tr("%1 more").arg(LocalFigures::number(all - kMostRows)));
+  }
+
   void showRows(const QList<ServiceRow>& all, const ServiceFigures& figures, const TileSources& sources) {
     QList<AgedRow> shown;
     for (const ServiceRow& row : all.first(std::min(all.size(), kMostRows)))
       shown << AgedRow{row, row.at ? agoWord(*row.at, sources.now, sources.locale) : QString()};
     setShown(rows_, !shown.isEmpty());
-    setShown(more_, all.size() > shown.size());
-    more_->setText(PanelWords::tr("%1 more").arg(LocalFigures::number(all.size() - shown.size())));
+    sayMore(more_, all.size());
     if (shown == shownRows_) return;
     shownRows_ = shown;
     QList<QWidget*> rows;
@@ -314,6 +321,7 @@ class ServicePanel final : public TilePanel {
   ChartView* chart_;
   RowList* usage_;
   RowList* metrics_;
+  TextLabel* moreFigures_;  ///< Of metrics or allowances, of which there are never both.
   RowList* rows_;
   TextLabel* more_;
   WholeText* detail_;

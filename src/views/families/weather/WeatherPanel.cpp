@@ -17,6 +17,7 @@
 #include "views/panels/TilePanel.h"
 #include "views/theme/Glass.h"
 #include "widgets/ClockWords.h"
+#include "widgets/catalog/Catalog.h"
 #include "widgets/catalog/Options.h"
 
 namespace tarnwick {
@@ -312,6 +313,8 @@ class WeatherPanel final : public TilePanel {
         place_(new PlaceField(PanelWords::tr("Find a place"), context.readings.connections)),
         here_(new Button(PanelWords::tr("Use Current Location"))) {
     ticks(TickCadence::Minute);
+    // It may be opened from the panel of a clock.
+    header().setSymbol(Catalog::find(context.as.isEmpty() ? context.kind() : context.as).symbol);
     header().addAction(refresh_);
     connect(refresh_, &QPushButton::clicked, this, [this] {
       store().refresh(widget());
