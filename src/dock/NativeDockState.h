@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "base/DurableFile.h"
-#include "config/DockLayout.h"
 #include "base/HandoverLock.h"
+#include "config/DockLayout.h"
 #include "dock/ports/DockGuard.h"
 #include "dock/ports/DockPreferenceAccess.h"
 

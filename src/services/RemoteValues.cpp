@@ -227,12 +227,6 @@ void RemoteValues::startWaiting() {
   }
 }
 
-void RemoteValues::owe(QUuid widget) {
-  if (owed_.contains(widget)) return;
-  owed_.insert(widget);
-  Q_EMIT changed(widget);
-}
-
 bool RemoteValues::isUnseen(QUuid widget) const {
   const auto since = unseenSince_.constFind(widget);
   return since != unseenSince_.constEnd() && scheduler_.reference() - *since >= kUnseen;

@@ -8,8 +8,8 @@
 #include <QWindow>
 
 #include "base/DomainError.h"
-#include "dock/DockContentContainer.h"
 #include "base/HandoverLock.h"
+#include "dock/DockContentContainer.h"
 #include "handover/FakeDock.h"
 #include "store/AppStore.h"
 #include "store/NoDesktop.h"

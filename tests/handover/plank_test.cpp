@@ -5,8 +5,8 @@
 #include <QDBusConnectionInterface>
 #include <QTemporaryDir>
 
-#include "desktop/Program.h"
 #include "base/HandoverLock.h"
+#include "desktop/Program.h"
 #include "dock/NativeDockState.h"
 #include "handover/Docks.h"
 #include "platform/docks/SystemDockPreferences.h"

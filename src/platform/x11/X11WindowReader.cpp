@@ -84,10 +84,12 @@ X11WindowReader::~X11WindowReader() {
 }
 
 bool X11WindowReader::reads(const X11Server& server, xcb_atom_t property) {
-  constexpr X11Atom kRead[] = {X11Atom::NetWmName,       X11Atom::WmName,           X11Atom::WmClass,
-                               X11Atom::NetWmPid,        X11Atom::WmClientMachine,  X11Atom::NetWmState,
-                               X11Atom::NetWmWindowType, X11Atom::GtkApplicationId, X11Atom::KdeDesktopFile,
-                               X11Atom::BamfDesktopFile, X11Atom::NetWmDesktop,     X11Atom::NetFrameExtents,
+  constexpr X11Atom kRead[] = {X11Atom::NetWmName,       X11Atom::WmName,
+                               X11Atom::WmClass,         X11Atom::NetWmPid,
+                               X11Atom::WmClientMachine, X11Atom::NetWmState,
+                               X11Atom::NetWmWindowType, X11Atom::GtkApplicationId,
+                               X11Atom::KdeDesktopFile,  X11Atom::BamfDesktopFile,
+                               X11Atom::NetWmDesktop,    X11Atom::NetFrameExtents,
                                X11Atom::GtkFrameExtents, X11Atom::NetWmAllowedActions};
   return property == XCB_ATOM_WM_HINTS ||
          std::ranges::any_of(kRead, [&](X11Atom name) { return server.atom(name) == property; });

@@ -34,10 +34,10 @@ extern const Room kMeetingsRoom;
 
 namespace {
 
-constexpr std::array kRooms = {&kClocksRoom,  &kCalendarRoom,  &kTimersRoom,   &kNotesRoom, &kHabitsRoom,
-                               &kSystemRoom,  &kAppsRoom,      &kWindowsRoom,  &kFilesRoom, &kUtilitiesRoom,
-                               &kTogglesRoom, &kWeatherRoom,   &kServicesRoom, &kMediaRoom, &kDevicesRoom,
-                               &kPeopleRoom,  &kClipboardRoom, &kGapsRoom, &kMeetingsRoom};
+constexpr std::array kRooms = {&kClocksRoom,  &kCalendarRoom,  &kTimersRoom,   &kNotesRoom,   &kHabitsRoom,
+                               &kSystemRoom,  &kAppsRoom,      &kWindowsRoom,  &kFilesRoom,   &kUtilitiesRoom,
+                               &kTogglesRoom, &kWeatherRoom,   &kServicesRoom, &kMediaRoom,   &kDevicesRoom,
+                               &kPeopleRoom,  &kClipboardRoom, &kGapsRoom,     &kMeetingsRoom};
 
 const RoomRow* rowIn(std::span<const RoomRow> rows, const QString& word) {
   const auto row = std::ranges::find(rows, word, &RoomRow::of);
