@@ -1,4 +1,6 @@
-// A widget is connected by a sign-in in the browser, through its form and by the keyboard alone.
+// Widgets are connected to services of the net, by a pasted token and by a sign-in in the browser, through their forms
+// and by the keyboard alone.
+#include <QClipboard>
 #include <QDBusConnection>
 #include <QFile>
 #include <QPushButton>
@@ -19,10 +21,78 @@ using namespace Qt::StringLiterals;
 using test::AuthorizationServer;
 using test::TestBrowser;
 using test::TestCertificates;
+using test::TestReply;
+using test::TestRequest;
 using test::TestServer;
 
-/// A browser of the desktop that writes down which page it is to open, and a service that stands behind a proxy.
-class SignInScenario : public ConnectionScenario {
+/// A keyring, and services that stand behind a proxy.
+class ServiceScenario : public ConnectionScenario {
+ protected:
+  ServiceScenario() { keyring.startUnlocked(); }
+  ~ServiceScenario() override {
+    end();
+    for (const auto& [name, value] : before_.asKeyValueRange()) qputenv(name.constData(), value);
+    for (const QByteArray& name : added_) qunsetenv(name.constData());
+  }
+  void setVariable(const char* name, const QString& value) {
+    if (qEnvironmentVariableIsSet(name))
+      before_.insert(name, qgetenv(name));
+    else
+      added_ << name;
+    qputenv(name, value.toUtf8());
+  }
+  void goThrough(quint16 proxy) {
+    setVariable("https_proxy", u"http://127.0.0.1:%1"_s.arg(proxy));
+    setVariable("no_proxy", {});
+  }
+  /// That a secret is in the keyring, once, and nowhere in the settings.
+  void expectKept(const QString& secret) {
+    EXPECT_EQ(keyring.itemsOf(Keychain::account(store().widgets().first())).size(), 1);
+    QFile settings(file());
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(settings.readAll().contains(secret.toUtf8()));
+  }
+
+  test::KeyringDaemon keyring{QDBusConnection::sessionBus()};
+
+ private:
+  QMap<QByteArray, QByteArray> before_;
+  QByteArrayList added_;
+};
+
+TEST_F(ServiceScenario, AnAccountIsConnectedByATokenThatIsPastedByKeys) {
+  const QString token = u"ghp_secret1"_s;
+  const TestServer server(
+      TestCertificates::all().services,
+      [](const TestRequest& request) {
+        const bool isAsked = request.path == "/notifications?all=false&page=1&per_page=100" &&
+                             request.lines.contains("Authorization: Bearer ghp_secret1");
+        return isAsked ? TestReply::of(200, R"([{"id": "1", "subject": {"title": "One"}}, {"id": "2"}])")
+                       : TestReply::of(401, "{}");
+      },
+      TestServer::As::Proxy);
+  goThrough(server.port());
+  DockConfiguration config;
+  config.profiles[0].widgets = {{QUuid::createUuid(), u"analyticsGitHub"_s, {}, {}}};
+  startShown(config);
+  QGuiApplication::clipboard()->setText(token);
+  ASSERT_NO_FATAL_FAILURE(openForm());
+  ASSERT_TRUE(tabTo<QLineEdit>(u"Credential"_s));
+  desk.type({KEY_V}, {KEY_LEFTCTRL});
+  ASSERT_TRUE(tabTo<QPushButton>(u"Try It"_s));
+  desk.tap(KEY_ENTER);
+  EXPECT_TRUE(comes([&] { return QString::fromStdString(said()).contains(u"“2”"_s); })) << said();
+  ASSERT_TRUE(tabTo<QPushButton>(u"Save"_s));
+  desk.tap(KEY_ENTER);
+  ASSERT_TRUE(comes([&] { return !form(); })) << said();
+  EXPECT_TRUE(comes([&] { return reading().value.value == u"2"_s && !reading().isLoading; }))
+      << reading().value.subtitle.toStdString();
+  EXPECT_EQ(store().widgets().first().options.value(option::endpoint), u"https://api.github.com"_s);
+  expectKept(token);
+}
+
+/// A browser of the desktop that writes down which page it is to open.
+class SignInScenario : public ServiceScenario {
  protected:
   SignInScenario() {
     QDir(folder.path()).mkpath(u"applications"_s);
@@ -34,28 +104,14 @@ class SignInScenario : public ConnectionScenario {
     write(u"applications/mimeapps.list"_s, "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
     setVariable("XDG_DATA_HOME", folder.path());
     setVariable("XDG_CONFIG_HOME", folder.path());
-    setVariable("https_proxy", u"http://127.0.0.1:%1"_s.arg(service.port()));
-    setVariable("no_proxy", {});
+    goThrough(service.port());
     browser.proxy = service.port();
-    keyring.startUnlocked();
-  }
-  ~SignInScenario() override {
-    end();
-    for (const auto& [name, value] : before_.asKeyValueRange()) qputenv(name.constData(), value);
-    for (const QByteArray& name : added_) qunsetenv(name.constData());
   }
   void write(const QString& name, const QByteArray& content) const {
     QFile created(folder.filePath(name));
     ASSERT_TRUE(created.open(QIODevice::WriteOnly) && created.write(content) == content.size());
   }
   using ConnectionScenario::write;
-  void setVariable(const char* name, const QString& value) {
-    if (qEnvironmentVariableIsSet(name))
-      before_.insert(name, qgetenv(name));
-    else
-      added_ << name;
-    qputenv(name, value.toUtf8());
-  }
   /// The page that the browser was told to open, once.
   QUrl page() {
     QFile told(folder.filePath(u"open-page.url"_s));
@@ -69,14 +125,8 @@ class SignInScenario : public ConnectionScenario {
     return comes([&] { return form() && QString::fromStdString(said()).split(u'|').contains(sentence); });
   }
 
- private:
-  QMap<QByteArray, QByteArray> before_;
-  QByteArrayList added_;
-
- protected:
-  AuthorizationServer service{TestCertificates::all().dropbox, TestServer::As::Proxy};
+  AuthorizationServer service{TestCertificates::all().services, TestServer::As::Proxy};
   TestBrowser browser;
-  test::KeyringDaemon keyring{QDBusConnection::sessionBus()};
 };
 
 TEST_F(SignInScenario, AFolderIsConnectedThroughTheBrowserByKeys) {
@@ -120,10 +170,7 @@ TEST_F(SignInScenario, AFolderIsConnectedThroughTheBrowserByKeys) {
   EXPECT_GE(service.reads(), 1);
   const DockWidget widget = store().widgets().first();
   EXPECT_EQ(widget.options.value(option::endpoint), u"https://api.dropboxapi.com"_s);
-  EXPECT_EQ(keyring.itemsOf(Keychain::account(widget)).size(), 1);
-  QFile settings(file());
-  ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
-  EXPECT_FALSE(settings.readAll().contains(AuthorizationServer::kSecret.toUtf8()));
+  expectKept(AuthorizationServer::kSecret);
 
   ASSERT_TRUE(tabTo<QPushButton>(u"Sign Out"_s));
   desk.tap(KEY_ENTER);

@@ -47,7 +47,7 @@ const TestCertificates& TestCertificates::all() {
       leaf foreign.pem ca.pem DNS:foreign.example 2
       leaf expired.pem ca.pem IP:127.0.0.1 -1
       leaf stranger.pem other.pem IP:127.0.0.1 2
-      leaf dropbox.pem ca.pem DNS:api.dropboxapi.com,DNS:www.dropbox.com 2)";
+      leaf services.pem ca.pem DNS:api.dropboxapi.com,DNS:www.dropbox.com,DNS:api.github.com 2)";
     QProcess shell;
     shell.setWorkingDirectory(folder.path());
     shell.start(u"sh"_s, {u"-c"_s, QString::fromLatin1(kScript), u"sh"_s, QString::number(kMostAddresses)});
@@ -56,9 +56,9 @@ const TestCertificates& TestCertificates::all() {
       QFile file(folder.filePath(name));
       return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     };
-    return TestCertificates{read(u"ca.pem"_s),      read(u"key.pem"_s),     read(u"good.pem"_s),
-                            read(u"foreign.pem"_s), read(u"expired.pem"_s), read(u"stranger.pem"_s),
-                            read(u"dropbox.pem"_s), folder.path()};
+    return TestCertificates{read(u"ca.pem"_s),       read(u"key.pem"_s),     read(u"good.pem"_s),
+                            read(u"foreign.pem"_s),  read(u"expired.pem"_s), read(u"stranger.pem"_s),
+                            read(u"services.pem"_s), folder.path()};
   }();
   return made;
 }

@@ -20,7 +20,7 @@ struct TestCertificates {
   QByteArray foreign;  ///< For another name.
   QByteArray expired;
   QByteArray stranger;  ///< Of an authority that nobody trusts.
-  QByteArray dropbox;   ///< For the hosts of that service, which a proxy of the test stands for.
+  QByteArray services;  ///< For the hosts of two services, which a proxy of the test stands for.
   QString folder;       ///< Where `key.pem` and `good.pem` are.
 
   /// Empty where they could not be made.
