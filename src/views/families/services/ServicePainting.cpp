@@ -198,7 +198,7 @@ void paintWorkTile(TileCanvas& canvas, const ServiceContent& content) {
   static constexpr std::array styles = {TextStyle::Title, TextStyle::BodyStrong};
   const QString& words = content.headline.figure;
   const QColor& ink = canvas.colors().primary;
-  const bool fits = fittingStyle(canvas, content.headline, space, styles).has_value();
+  const bool fits = fitting(canvas, {content.headline}, space, styles).has_value();
   const qsizetype parting = fits || !canvas.showsCaption() ? 0 : partingOf(canvas, words, space);
   if (parting > 0) {
     canvas.text(x, kTitleBaseline, space, TextStyle::BodyStrong, words.first(parting), ink);
@@ -207,7 +207,7 @@ void paintWorkTile(TileCanvas& canvas, const ServiceContent& content) {
   }
   const double baseline =
       canvas.showsCaption() ? kTitleBaseline : TileCanvas::centredBaseline(canvas.line(words, TextStyle::Title));
-  drawFitting(canvas, content.headline, {x, baseline}, space, ink, styles);
+  drawFitting(canvas, {content.headline}, {x, baseline}, space, ink, styles);
   if (canvas.showsCaption()) drawCaption(canvas, content, x, kTitleCaptionBaseline, canvas.spaceAfter(x));
 }
 
