@@ -22,11 +22,11 @@ enum class BeatStep {
   Wallpaper,
   Calendar,
   Reminders,
-  WindowPreviews,
   RemoteValues,
-  // What only ends.
+  // What only ends, but for the pictures of windows, which beat last.
   Sounds,
   KeyboardCleaner,
+  WindowPreviews,
   VoiceRecorder,
 };
 

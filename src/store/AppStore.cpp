@@ -161,6 +161,7 @@ void AppStore::heartbeat() {
   if (deferredApps_ && scheduler_.reference() >= runningAppsHeldUntil_) apply(QList<RunningApp>(*deferredApps_));
 
   clients_.beat(BeatStep::Productivity, BeatStep::RemoteValues, tick_, active_);
+  clients_.beat(BeatStep::WindowPreviews, BeatStep::WindowPreviews, tick_, active_);
   Q_EMIT ticked();
 }
 

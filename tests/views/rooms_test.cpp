@@ -54,7 +54,8 @@ TEST(Rooms, AKindsRowGoesBeforeItsFamilys) {
 
 // A row holds its words as one text, so the compiler does not see a misspelt one.
 TEST(Rooms, AConnectionIsOneOfTheWordsThatOptionsNames) {
-  const QStringList named{QString(), value::native, value::codexLocal, value::geminiHistory, value::claudeActivity};
+  const QStringList named{QString(), value::native, value::codexLocal, value::geminiHistory,
+                          value::claudeActivity, value::perplexitySession};
   QSet<QString> offered;
   for (const WidgetDefinition& definition : Catalog::items())
     for (const WidgetOption& each : Rooms::options(definition.id)) {

@@ -13,6 +13,7 @@ class ListRow;
 
 /// The weather of a widget that is about something else, as one row of its panel. A click opens all of it.
 class WeatherRow final : public QWidget {
+  Q_OBJECT
  public:
   /// What it says of a widget without a place.
   enum class Placeless { Nothing, Invitation };
