@@ -10,6 +10,7 @@
 #include "app/SnapshotWindows.h"
 #include "base/DomainError.h"
 #include "support/FileTest.h"
+#include "views/commandbar/CommandBarMeasures.h"
 #include "views/onboarding/OnboardingWindow.h"
 #include "views/settings/SettingsWindow.h"
 #include "widgets/catalog/Catalog.h"
@@ -117,7 +118,8 @@ TEST(SnapshotTest, PicturesTheCommandBarInEachOfItsStates) {
   }
   EXPECT_EQ(pictures.size(), options.barList.size() * 3) << "each looks its own way in each of three looks";
   const auto heightOf = [&](const QString& state) { return QImage(bars.filePath(state + u"-dark@1x.png"_s)).height(); };
-  EXPECT_EQ(heightOf(u"all-rows"_s) - heightOf(u"empty"_s), 12 * 44 + 2 * 8) << "of both full lists";
+  EXPECT_EQ(heightOf(u"all-rows"_s) - heightOf(u"empty"_s), 12 * 44 + 2 * 8 + theme::kBarDivider)
+      << "of both full lists, with the line between them";
   EXPECT_GT(heightOf(u"settings"_s), heightOf(u"sum"_s)) << "places of Settings are found";
 }
 

@@ -119,8 +119,7 @@ class TestServer::Client final : public QSslSocket {
     if (reply.after == TestReply::After::Slowly) return drip(reply.bytes);
     write(reply.bytes);
     if (reply.after == TestReply::After::HalfClose) {
-      while ((bytesToWrite() > 0 || encryptedBytesToWrite() > 0) && waitForBytesWritten()) {
-      }
+      flush();
       ::shutdown(static_cast<int>(socketDescriptor()), SHUT_WR);
     }
     if (reply.after == TestReply::After::Close) disconnectFromHost();

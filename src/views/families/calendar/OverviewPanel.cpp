@@ -4,6 +4,7 @@
 
 #include "base/LocalFigures.h"
 #include "views/controls/Buttons.h"
+#include "views/controls/FullWidth.h"
 #include "views/controls/PlainTip.h"
 #include "views/controls/Rows.h"
 #include "views/families/calendar/CalendarTiles.h"
@@ -48,7 +49,7 @@ class OverviewPanel final : public TilePanel {
       connect(application, &QPushButton::clicked, this, [this] { this->context().commands.openCalendarApp(); });
       header().addAction(application);
     }
-    body().addWidget(weather_);
+    addFullWidth(body(), weather_);
     events_ = addPart(PanelWords::tr("Events"), agenda_);
     body().addSpacing(kOverviewNoticeGap);
     body().addWidget(folder_, 0, Qt::AlignLeft);

@@ -57,7 +57,7 @@ class ClockPanel final : public TilePanel {
     body().addWidget(figure_);
     if (weather_) {
       body().addSpacing(kFieldGap);
-      body().addWidget(weather_);
+      addFullWidth(body(), weather_);
     }
     addSection(isList_ ? PanelWords::tr("World clock") : PanelWords::tr("Time zone"));
     for (QVBoxLayout* list : {zones_, matches_}) {
