@@ -49,7 +49,8 @@ TEST_F(X11Reservation, AWindowUnderTheDockIsMovedAndComesBackWhateverEndsTheDock
   }
   // What its user moves meanwhile stays there.
   Program program(folder_.path());
-  ASSERT_TRUE(VirtualDisplay::waitUntil([&] { return frame().bottom() < before.bottom() - 50; }));
+  ASSERT_TRUE(VirtualDisplay::waitUntil(
+      [&] { return frame().bottom() < before.bottom() - 50 && frame().left() == before.left(); }));
   const QRectF chosen = frame().translated(40, -60);
   ASSERT_TRUE(frames_.setFrame(window_, chosen, 1s));
   program.signal(SIGTERM);

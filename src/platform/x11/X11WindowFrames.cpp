@@ -180,15 +180,19 @@ bool X11WindowFrames::setFrame(quint32 number, const QRectF& frame, std::chrono:
   const auto before = server && isPossible ? look(*server, number) : std::nullopt;
   if (!before) return false;
   const QRect wanted = frame.toRect();
+  // Asked to go where it is, it would end a pixel aside.
+  if (before->outline == wanted) return true;
   const QRect inside(wanted.topLeft() + before->frame.topLeft() - before->outline.topLeft(),
                      wanted.size() - (before->outline.size() - before->frame.size()));
   if (inside.isEmpty()) return false;
   follow(*server, number, true);
   const QDeadlineTimer end(patience);
   QRect there = moved(*server, number, before->outline, inside, wanted, end);
-  // Some managers count the border that a program wants around its window, and put it a pixel aside.
+  // Some managers count the border that a program wants around its window, and put it a pixel aside. Where it was there
+  // before, the first waited in vain.
   if (isNear(there, wanted) && there != wanted)
-    there = moved(*server, number, there, inside.translated(wanted.topLeft() - there.topLeft()), wanted, end);
+    there = moved(*server, number, there, inside.translated(wanted.topLeft() - there.topLeft()), wanted,
+                  QDeadlineTimer(patience));
   if (!server->isBroken()) follow(*server, number, false);
   return isNear(there, wanted);
 }
