@@ -36,30 +36,32 @@ QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
   const int pid = front->pid;
   const auto launch = launchOf_(pid);
   if (!launch) return {};
+  QList<WindowReservation> planned;
   for (const WindowFrames::Window& window : *windows) {
     if (window.pid != pid || window.number == 0 || window.minimised || window.maximised || window.fullscreen) continue;
+    if (isGivenUp(window.number, window.frame)) continue;
     QRectF frame = window.frame;
-    if (isGivenUp(window.number, frame)) continue;
     for (const ReservedSpace& space : spaces) {
       const auto clear = space.clear(frame);
-      if (!clear) continue;
-      const QRectF adjusted = frames_.accepted(window.number, *clear);
-      if (adjusted.isEmpty() || adjusted == frame) continue;
-      try {
-        journal_.prepare({pid, *launch, window.number, frame, adjusted});
-      } catch (const DomainError& failure) {
-        return tr("Could not preserve window recovery data: %1").arg(failure.message());
-      }
-      const auto before = frames_.frame(window.number, kReservePatience);
-      if (!before) break;
-      moved_[window.number] = {frame, now_(), false};
-      if (!move(window.number, adjusted, kReservePatience)) {
-        frames_.setFrame(window.number, *before, kReservePatience);
-        moved_[window.number].isGivenUp = true;
-        break;
-      }
-      frame = adjusted;
+      const QRectF accepted = clear ? frames_.accepted(window.number, *clear) : QRectF();
+      if (!accepted.isEmpty()) frame = accepted;
     }
+    if (frame != window.frame) planned.append({pid, *launch, window.number, window.frame, frame});
+  }
+  if (planned.isEmpty()) return {};
+  try {
+    // All at once: what costs is to wait for the disk.
+    journal_.prepare(planned);
+  } catch (const DomainError& failure) {
+    return tr("Could not preserve window recovery data: %1").arg(failure.message());
+  }
+  for (const WindowReservation& each : std::as_const(planned)) {
+    const auto before = frames_.frame(each.number, kReservePatience);
+    if (!before) continue;
+    moved_[each.number] = {each.original, now_(), false};
+    if (move(each.number, each.adjusted, kReservePatience)) continue;
+    frames_.setFrame(each.number, *before, kReservePatience);
+    moved_[each.number].isGivenUp = true;
   }
   return {};
 }

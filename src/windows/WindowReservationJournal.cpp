@@ -87,19 +87,21 @@ void WindowReservationJournal::write(const QList<WindowReservation>& records) {
   records_ = records;
 }
 
-WindowReservation WindowReservationJournal::prepare(const WindowReservation& reservation) {
+QList<WindowReservation> WindowReservationJournal::prepare(const QList<WindowReservation>& reservations) {
   const auto held = hold();
   readAgain();
-  WindowReservation stored = reservation;
+  QList<WindowReservation> stored = reservations;
   QList<WindowReservation> records = records_;
-  const auto before = std::ranges::find(records, stored.key(), &WindowReservation::key);
-  if (before != records.end()) {
-    const bool isOurs = WindowReservation::near(stored.original, before->adjusted) ||
-                        WindowReservation::near(stored.original, before->original);
-    if (isOurs) stored.original = before->original;
-    records.erase(before);
+  for (WindowReservation& each : stored) {
+    const auto before = std::ranges::find(records, each.key(), &WindowReservation::key);
+    if (before != records.end()) {
+      const bool isOurs = WindowReservation::near(each.original, before->adjusted) ||
+                          WindowReservation::near(each.original, before->original);
+      if (isOurs) each.original = before->original;
+      records.erase(before);
+    }
+    records.append(each);
   }
-  records.append(stored);
   if (records.size() > kMostRecords) throw DomainError::invalid(JournalWords::tr("Too many windows were moved."));
   write(records);
   return stored;

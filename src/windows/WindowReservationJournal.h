@@ -45,7 +45,9 @@ class WindowReservationJournal {
   /// Writes down that a window is about to be moved, and returns the record that was stored: a window that was moved
   /// before goes back to where it stood before the first time, unless its user has moved it since. Throws DomainError;
   /// then nothing has changed and the window must stay.
-  WindowReservation prepare(const WindowReservation& reservation);
+  WindowReservation prepare(const WindowReservation& reservation) { return prepare(QList{reservation}).first(); }
+  /// The same for several, which reach the disk together: all of them or none.
+  QList<WindowReservation> prepare(const QList<WindowReservation>& reservations);
 
   /// Puts back what can be put back and forgets it, and what needs not be. Throws DomainError; then what was put back
   /// is found there the next time.
