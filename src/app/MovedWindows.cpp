@@ -19,8 +19,11 @@ void putWindowsBack(const QString& directory) {
   using namespace std::chrono_literals;
   if (!QFileInfo::exists(directory + u'/' + WindowReservationJournal::kFileName)) return;
   // A copy that runs has put back what was left when it began, and what it moves is its own.
-  FileLock instance(directory + QStringLiteral("/tarnwick.lock"));
-  if (instance.take() == FileLock::Taking::OthersHave) return;
+  {
+    // Only asked, and given back at once: a start must not take this for a running copy.
+    FileLock instance(directory + QStringLiteral("/tarnwick.lock"));
+    if (instance.take() == FileLock::Taking::OthersHave) return;
+  }
   WindowReservationJournal journal(directory, 10s);
   const auto frames = makeWindowFrames();
   WindowKeeper keeper(*frames, journal, &processLaunch, QCoreApplication::applicationPid());

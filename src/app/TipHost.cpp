@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "apps/AppIcons.h"
 #include "dock/DockController.h"
 #include "store/AppStore.h"
 #include "views/controls/TipBubble.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr int kTipGap = 8;   ///< Between the glass and the tip.
 constexpr int kReach = 160;  ///< How far a tip reaches beyond its tile.
 constexpr qsizetype kMostPictures = 4;
+constexpr int kIconSize = 40;   ///< Of the app, in place of a picture that is not there.
 constexpr int kSameDock = 240;  ///< What is further from a tile belongs to another dock.
 
 }  // namespace
@@ -90,7 +92,8 @@ void TipHost::open(const QString& display, const DockTip& tip) {
 
 void TipHost::setPictures(const DockTip& tip) {
   if (application_ == tip.application) return;
-  const bool wanted = tip.application != 0 && store_.config().desktopOptions().windowPreviews;
+  const bool wanted =
+      tip.application != 0 && store_.config().desktopOptions().windowPreviews && services_.windows.pictures();
   const auto& apps = store_.runningApps();
   const auto app = std::ranges::find(apps, tip.application, &RunningApp::identity);
   if (!wanted || app == apps.end()) {
@@ -109,7 +112,11 @@ void TipHost::showPictures() {
   // One that has not come yet keeps its place.
   QList<QImage> pictures;
   for (const quint64 window : std::as_const(pictured_)) pictures.append(windows_.preview(window));
-  bubble_->setPictures(pictures);
+  const auto& apps = store_.runningApps();
+  const auto app = std::ranges::find(apps, application_, &RunningApp::identity);
+  bubble_->setPictures(pictures, app == apps.end()
+                                     ? QPixmap()
+                                     : services_.icons.pixmap(app->iconName, kIconSize, bubble_->devicePixelRatio()));
   popup_->moveBeside(beside_);
 }
 

@@ -10,7 +10,8 @@ class ReservationService::Keeping {
  public:
   explicit Keeping(const Setup& setup) : setup_(setup) {}
 
-  Outcome reserve(const QList<ReservedSpace>& spaces) { return outcome(keeper().reserve(spaces)); }
+  WindowKeeper::Plan plan(const QList<ReservedSpace>& spaces) { return keeper().plan(spaces); }
+  Outcome carryOut(const QList<WindowReservation>& windows) { return outcome(keeper().carryOut(windows)); }
   Outcome restore() { return outcome(keeper().restore()); }
 
  private:
@@ -60,27 +61,33 @@ void ReservationService::begin() {
   hasBegun_ = true;
   QList<ReservedSpace> spaces;
   for (const ReservingDock& dock : docks_) spaces.append(setup_.inPixels(dock));
-  start([spaces](Keeping& keeping) { return keeping.reserve(spaces); });
+  work_.start([keeping = keeping_, spaces] { return keeping->plan(spaces); },
+              [this](const WindowKeeper::Plan& plan) { carryOut(plan); });
 }
 
-void ReservationService::start(const std::function<Outcome(Keeping&)>& work) {
+void ReservationService::carryOut(const WindowKeeper::Plan& plan) {
+  say(plan.message);
+  if (plan.windows.isEmpty()) return;
   // Somebody stands by before the first window moves, and until the last one is back.
   setup_.guard(true);
   ++underWay_;
-  work_.start([keeping = keeping_, work] { return work(*keeping); },
-              [this](const Outcome& outcome) {
-                --underWay_;
-                if (!outcome.isMoved && underWay_ == 0) setup_.guard(false);
-                say(outcome.message);
-              });
+  work_.start([keeping = keeping_, windows = plan.windows] { return keeping->carryOut(windows); },
+              [this](const Outcome& outcome) { ended(outcome); });
+}
+
+void ReservationService::ended(const Outcome& outcome) {
+  --underWay_;
+  if (!outcome.isMoved && underWay_ == 0) setup_.guard(false);
+  say(outcome.message);
 }
 
 void ReservationService::restore() {
   settling_.reset();
   last_ = {};
-  const QString journal = setup_.directory + u'/' + WindowReservationJournal::kFileName;
-  if (!hasBegun_ && !QFileInfo::exists(journal)) return;
-  start([](Keeping& keeping) { return keeping.restore(); });
+  const QFileInfo journal(setup_.directory + u'/' + WindowReservationJournal::kFileName);
+  if (!hasBegun_ && journal.size() <= WindowReservationJournal::kEmptyBytes) return;
+  ++underWay_;
+  work_.start([keeping = keeping_] { return keeping->restore(); }, [this](const Outcome& outcome) { ended(outcome); });
 }
 
 void ReservationService::finish() { work_.finish(); }

@@ -60,7 +60,8 @@ class ReservationService final : public QObject, public WindowReservations {
 
   Situation situation(const QList<ReservingDock>& docks) const;
   void begin();
-  void start(const std::function<Outcome(Keeping&)>& work);
+  void carryOut(const WindowKeeper::Plan& plan);
+  void ended(const Outcome& outcome);
   void say(const QString& message);
 
   const Setup setup_;

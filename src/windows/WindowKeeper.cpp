@@ -21,22 +21,17 @@ WindowKeeper::WindowKeeper(WindowFrames& frames, WindowReservationJournal& journ
                            Now now)
     : frames_(frames), journal_(journal), launchOf_(std::move(launchOf)), self_(self), now_(std::move(now)) {}
 
-QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
-  if (!frames_.capability()) return {};
+WindowKeeper::Plan WindowKeeper::plan(const QList<ReservedSpace>& spaces) {
+  Plan plan;
+  if (!frames_.capability()) return plan;
+  if (recoveryPending_) plan.message = restore();
   const auto windows = frames_.all(kReservePatience);
-  if (!windows) return {};
+  if (!windows) return plan;
   const auto front = std::ranges::find(*windows, true, &WindowFrames::Window::active);
-  if (front == windows->end() || front->pid <= 0 || front->pid == self_) return {};
-  if (recoveryPending_) {
-    const QString message = restore();
-    // What was put back may stand in the way.
-    const QString failure = reserve(spaces);
-    return failure.isEmpty() ? message : failure;
-  }
+  if (front == windows->end() || front->pid <= 0 || front->pid == self_) return plan;
   const int pid = front->pid;
   const auto launch = launchOf_(pid);
-  if (!launch) return {};
-  QList<WindowReservation> planned;
+  if (!launch) return plan;
   for (const WindowFrames::Window& window : *windows) {
     if (window.pid != pid || window.number == 0 || window.minimised || window.maximised || window.fullscreen) continue;
     if (isGivenUp(window.number, window.frame)) continue;
@@ -46,24 +41,34 @@ QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
       const QRectF accepted = clear ? frames_.accepted(window.number, *clear) : QRectF();
       if (!accepted.isEmpty()) frame = accepted;
     }
-    if (frame != window.frame) planned.append({pid, *launch, window.number, window.frame, frame});
+    if (frame != window.frame) plan.windows.append({pid, *launch, window.number, window.frame, frame});
   }
-  if (planned.isEmpty()) return {};
+  return plan;
+}
+
+QString WindowKeeper::carryOut(const QList<WindowReservation>& windows) {
+  if (windows.isEmpty()) return {};
   try {
     // All at once: what costs is to wait for the disk.
-    journal_.prepare(planned);
+    journal_.prepare(windows);
   } catch (const DomainError& failure) {
     return tr("Could not preserve window recovery data: %1").arg(failure.message());
   }
-  for (const WindowReservation& each : std::as_const(planned)) {
+  for (const WindowReservation& each : windows) {
     const auto before = frames_.frame(each.number, kReservePatience);
-    if (!before) continue;
+    if (!before || !WindowReservation::near(*before, each.original)) continue;
     moved_[each.number] = {each.original, now_(), false};
     if (move(each.number, each.adjusted, kReservePatience)) continue;
     frames_.setFrame(each.number, *before, kReservePatience);
     moved_[each.number].isGivenUp = true;
   }
   return {};
+}
+
+QString WindowKeeper::reserve(const QList<ReservedSpace>& spaces) {
+  const Plan wanted = plan(spaces);
+  const QString failure = carryOut(wanted.windows);
+  return failure.isEmpty() ? wanted.message : failure;
 }
 
 /// A window that goes back where it was by itself would be moved for ever.

@@ -29,7 +29,15 @@ class WindowKeeper {
   WindowKeeper(WindowFrames& frames, WindowReservationJournal& journal, LaunchOf launchOf, qint64 self,
                Now now = &std::chrono::steady_clock::now);
 
-  /// Moves what is in the way of these docks. Returns what went wrong as a sentence, or an empty text.
+  /// What has to be moved out of the way of these docks; nothing is touched yet, but for what an earlier run left.
+  struct Plan {
+    QList<WindowReservation> windows;
+    QString message;  ///< What went wrong, as a sentence; empty where nothing did.
+  };
+  Plan plan(const QList<ReservedSpace>& spaces);
+  /// Moves it. A window that its user moves meanwhile is left alone. Returns what went wrong, as above.
+  QString carryOut(const QList<WindowReservation>& windows);
+  /// Both.
   QString reserve(const QList<ReservedSpace>& spaces);
   /// Puts back what was moved, by this run or an earlier one. Returns what went wrong as a sentence, or an empty text.
   QString restore();

@@ -27,6 +27,7 @@ class WindowReservationJournal {
  public:
   static constexpr qint64 kMostBytes = 1'000'000;
   static constexpr qsizetype kMostRecords = 500;
+  static constexpr qint64 kEmptyBytes = 2;  ///< A list without records.
   static constexpr auto kFileName = QLatin1StringView("window-recovery.json");
 
   using Read = std::function<ReservationWindowState(const WindowReservation& record)>;

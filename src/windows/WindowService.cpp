@@ -164,6 +164,7 @@ void WindowService::loadPreviews(const QList<quint64>& windows) {
     const ClientWindow* const window = known(id, all);
     return !window || window->minimised;
   });
+  holds_ = true;
   work_.start(
       [worker = worker_, seen] {
         if (worker->pictures().capability()) worker->pictures().hold(seen);
@@ -174,6 +175,7 @@ void WindowService::loadPreviews(const QList<quint64>& windows) {
 }
 
 void WindowService::take(quint64 window, bool onlyIfChanged, QUuid generation) {
+  holds_ = true;
   work_.start(
       [worker = worker_, window, onlyIfChanged, generation] {
         if (!worker->isWanted(generation) || !worker->pictures().capability()) return QImage();
@@ -212,7 +214,8 @@ void WindowService::stopPreviews() {
 
 void WindowService::restUnlessNeeded() {
   if (!setup_.windows.pictures()) return;
-  if (!isLocked_ && (isShowing_ || !followed_.isEmpty())) return;
+  if (!holds_ || (!isLocked_ && (isShowing_ || !followed_.isEmpty()))) return;
+  holds_ = false;
   work_.start(
       [worker = worker_] {
         worker->rest();
@@ -244,8 +247,7 @@ std::optional<AccessibleWindow> WindowService::pinned(const DockWidget& widget) 
 }
 
 void WindowService::follow(const QList<DockWidget>& widgets) {
-  followed_ = widgets;
-  restUnlessNeeded();
+  if (std::exchange(followed_, widgets) != widgets) restUnlessNeeded();
 }
 
 void WindowService::beat(const ActiveSets&) {

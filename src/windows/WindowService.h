@@ -111,6 +111,7 @@ class WindowService final : public QObject, public BeatClient {
   QHash<quint64, QImage> previews_;
   bool isFixed_ = false;
   bool isLocked_ = false;
+  bool holds_ = false;      ///< The window system may keep something for us.
   bool isShowing_ = false;  ///< Pictures of `wanted_` are asked for.
   QList<quint64> wanted_;
   QList<DockWidget> followed_;

@@ -137,6 +137,46 @@ TEST_F(GuardianTest, StandsByForTheFileThatIsThereLast) {
   EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return called().startsWith("others "); }));
 }
 
+TEST_F(GuardianTest, StandsByForMovedWindowsToo) {
+  const QString journal = folder.filePath(u"window-recovery.json"_s);
+  const QByteArray directory = " --restore-dock-directory " + folder.path().toUtf8() + '\n';
+  const struct {
+    const char* what;
+    bool dock;
+    bool releasesDock;
+    const char* journal;
+    QByteArray called;
+  } cases[] = {{"windows alone", false, false, "[{}]", " --restore-windows" + directory},
+               {"none of which is moved any more", false, false, "[]", {}},
+               {"with the dock", true, false, "[{}]", "values --restore-dock" + directory},
+               {"after the dock", true, true, "[{}]", " --restore-windows" + directory}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    QFile::remove(restorer + u".called"_s);
+    write(journal, each.journal);
+    {
+      GuardianProcess guardian(restorer, scheduler);
+      if (each.dock) guardian.watch(file);
+      guardian.watchWindows(folder.path());
+      guardian.watchWindows(folder.path());
+      started();
+      if (each.releasesDock) {
+        guardian.release();
+        started();
+      }
+    }
+    EXPECT_TRUE(isGone());
+    EXPECT_TRUE(VirtualDisplay::waitUntil([&] { return called() == each.called; })) << called().toStdString();
+  }
+  QFile::remove(restorer + u".called"_s);
+  GuardianProcess guardian(restorer, scheduler);
+  guardian.watchWindows(folder.path());
+  started();
+  guardian.releaseWindows();
+  EXPECT_TRUE(isGone());
+  EXPECT_EQ(called(), "");
+}
+
 TEST_F(GuardianTest, LeavesAloneWhatAnotherStartHasRepaired) {
   for (const bool changedAgain : {false, true}) {
     write(file, "values");

@@ -361,7 +361,7 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
   EXPECT_FALSE(values->reading(sales.id));
   for (const Case& each : cases) {
     SCOPED_TRACE(each.name);
-    services.asked.clear();
+    services.forget();
     each.begin();
     values->refreshAll();
     time.advance(60);
@@ -371,7 +371,7 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
     QStringList asked = names();
     asked.removeDuplicates();
     EXPECT_EQ(asked, each.meanwhile);
-    services.asked.clear();
+    services.forget();
     // Also of what was never asked.
     ASSERT_TRUE(values->reading(sales.id));
     EXPECT_EQ(values->reading(sales.id)->waitsFor, each.wait);
@@ -398,12 +398,12 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
   Q_EMIT session.lockedChanged(false);
 
   // What the user asks for is asked.
-  services.asked.clear();
+  services.forget();
   refresh(sales);
   EXPECT_EQ(names(), QStringList{u"sales"_s});
 
   // What follows something closely waits as well, and not for its turn among others.
-  services.asked.clear();
+  services.forget();
   Q_EMIT session.lockedChanged(true);
   values->refreshByItself(local, RemoteValues::Cause::News);
   time.advance(60);

@@ -157,10 +157,12 @@ TEST_F(Windows, ShowPicturesWhileTheyAreWanted) {
   Q_EMIT session_.lockedChanged(true);
   const auto before = painted_.read(&Painted::taken);
   service_.loadPreviews();
-  EXPECT_TRUE(waitFor([&] { return painted_.read(&Painted::rests) >= 2; }));
-  EXPECT_EQ(painted_.read(&Painted::taken), before);
   Q_EMIT session_.lockedChanged(false);
   EXPECT_TRUE(waitFor([&] { return shown(2) == 20; }));
+  EXPECT_EQ(painted_.read(&Painted::taken), before + QList<quint64>{2});
+  EXPECT_EQ(painted_.read(&Painted::rests), 1) << "nothing was held that could be given back";
+  Q_EMIT session_.lockedChanged(true);
+  EXPECT_TRUE(waitFor([&] { return painted_.read(&Painted::rests) == 2; }));
 }
 
 TEST_F(Windows, ThatArePinnedAreFoundByTheirTitleAndFollowed) {

@@ -14,6 +14,7 @@ namespace {
 
 constexpr QSizeF kPicture(180, 112);
 constexpr double kPictureGap = 8;
+constexpr double kIcon = 40;  ///< What stands in for a picture.
 constexpr double kPictureCorner = 6;
 
 }  // namespace
@@ -32,8 +33,8 @@ void TipBubble::setText(const QString& text) {
   update();
 }
 
-void TipBubble::setPictures(const QList<QImage>& pictures) {
-  if (pictures == pictures_) return;
+void TipBubble::setPictures(const QList<QImage>& pictures, const QPixmap& standIn) {
+  standIn_ = standIn;
   pictures_ = pictures;
   updateGeometry();
   update();
@@ -103,6 +104,9 @@ void TipBubble::paintPictures(QPainter& painter, const QRectF& row) const {
     outline.addRoundedRect(place, kPictureCorner, kPictureCorner);
     if (pictures_[i].isNull()) {
       painter.fillPath(outline, palette_.well);
+      QRectF icon(0, 0, kIcon, kIcon);
+      icon.moveCenter(place.center());
+      if (!standIn_.isNull()) painter.drawPixmap(icon, standIn_, standIn_.rect());
       continue;
     }
     painter.save();

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QList>
 #include <QMargins>
+#include <QPixmap>
 #include <QString>
 #include <QWidget>
 
@@ -18,8 +19,8 @@ class TipBubble final : public QWidget {
 
   void setText(const QString& text);
   const QString& text() const { return text_; }
-  /// Small pictures above the text, side by side; a null one is a place that is kept.
-  void setPictures(const QList<QImage>& pictures);
+  /// Small pictures above the text, side by side. `standIn` stands in the place of a null one.
+  void setPictures(const QList<QImage>& pictures, const QPixmap& standIn = {});
   const QList<QImage>& pictures() const { return pictures_; }
   /// The dock's look; the tip follows it.
   void setLook(DockStyle style, Backdrop backdrop);
@@ -39,6 +40,7 @@ class TipBubble final : public QWidget {
 
   QString text_;
   QList<QImage> pictures_;
+  QPixmap standIn_;
   Palette palette_;
   Glass glass_;
   bool isCut_ = false;  ///< Where nothing composites, the window has the shape of the pane.

@@ -71,9 +71,11 @@ class WindowsPanel : public TilePanel {
   }
   ~WindowsPanel() override { windows_.stopPreviews(); }
 
-  /// What changes later is followed by itself.
+  /// What changes of the windows later is followed by itself.
   void refresh(const TileSources&) override {
-    if (!std::exchange(hasLooked_, true)) lookAgain();
+    if (!std::exchange(hasLooked_, true)) return lookAgain();
+    listed();
+    say();
   }
 
   /// What stands under the title of a window in its tip.
@@ -82,22 +84,24 @@ class WindowsPanel : public TilePanel {
   }
   /// Called when the list is another.
   virtual void listed() {}
+  /// What stands below the windows.
+  virtual QString messageNow() const { return windows_.message(); }
 
-  WindowService& windows() { return windows_; }
-  ItemView& view() { return *view_; }
-  static bool isWindow(const QString& id) { return !id.startsWith(u'-'); }
-
- private:
   void lookAgain() {
     windows_.refresh();
     QSet<quint64> now;
     for (const AccessibleWindow& window : windows_.windows())
       if (!window.minimized) now.insert(window.id);
     if (std::exchange(seen_, now) != now) windows_.loadPreviews();
-    fill();
     listed();
+    fill();
   }
 
+  WindowService& windows() { return windows_; }
+  ItemView& view() { return *view_; }
+  static bool isWindow(const QString& id) { return !id.startsWith(u'-'); }
+
+ private:
   void fill() {
     const QString wanted = field_->text().simplified();
     const auto fits = [&wanted](const QString& title, const QString& app) {
@@ -126,7 +130,7 @@ class WindowsPanel : public TilePanel {
       hideEmpty();
     say();
   }
-  void say() { setMessage(view_->items().isEmpty() ? QString() : windows_.message()); }
+  void say() { setMessage(view_->items().isEmpty() ? QString() : messageNow()); }
 
   QList<PaneMenuEntry> menuOf(const QString& id) {
     if (!isWindow(id)) return {};
@@ -222,10 +226,14 @@ class PinnedWindowPanel final : public WindowsPanel {
   void listed() override {
     const auto pinned = windows().pinned(widget());
     shown_ = pinned ? pinned->id : 0;
-    const QString title = widget().options.value(option::windowTitle);
-    show_->setVisible(!title.isEmpty());
+    show_->setVisible(!widget().options.value(option::windowTitle).isEmpty());
     show_->setEnabled(pinned.has_value());
-    if (!title.isEmpty() && !pinned) setMessage(PanelWords::tr("“%1” is not open.").arg(title));
+  }
+  QString messageNow() const override {
+    const QString title = widget().options.value(option::windowTitle);
+    const QString message = WindowsPanel::messageNow();
+    return message.isEmpty() && !title.isEmpty() && shown_ == 0 ? PanelWords::tr("“%1” is not open.").arg(title)
+                                                                : message;
   }
 
  private:
@@ -236,7 +244,7 @@ class PinnedWindowPanel final : public WindowsPanel {
     DockWidget changed = widget();
     changed.options.insert(WindowService::pin(*window).options);
     changeSettings(changed);
-    refreshNow();
+    lookAgain();
   }
 
   Button* show_;
