@@ -122,6 +122,18 @@
         <source>Reveal in Finder</source>
         <translation>Show in Files</translation>
     </message>
+    <message>
+        <source>Live metadata from macOS. Availability depends on the current player and macOS version.</source>
+        <translation>Live metadata from this desktop. Availability depends on the current player.</translation>
+    </message>
+    <message>
+        <source>Uses local player Automation. macOS may ask you to allow access.</source>
+        <translation>Speaks to the player on this computer. It must run, and let itself be controlled.</translation>
+    </message>
+    <message>
+        <source>Reads and controls the selected YouTube tab. Requires browser Automation and JavaScript from Apple Events.</source>
+        <translation>Reads and controls the YouTube video that a browser plays, as far as the browser lets itself be controlled.</translation>
+    </message>
 </context>
 <context>
     <name>Settings</name>
@@ -195,6 +207,13 @@
     <message>
         <source>Enable Accessibility to read Zoom’s meeting controls.</source>
         <translation>Turn on accessibility in the desktop’s settings to read Zoom’s meeting controls.</translation>
+    </message>
+</context>
+<context>
+    <name>MediaWords</name>
+    <message>
+        <source>System media is unavailable on this macOS version. Connect a player directly.</source>
+        <translation>System media is unavailable on this desktop. Connect a player directly.</translation>
     </message>
 </context>
 </TS>

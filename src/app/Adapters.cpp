@@ -33,6 +33,7 @@
 #include "platform/dbus/GeoClueLocation.h"
 #include "platform/dbus/LauncherEntries.h"
 #include "platform/dbus/LoginSessionEvents.h"
+#include "platform/dbus/MprisPlayers.h"
 #include "platform/dbus/PortalScreenColors.h"
 #include "platform/dbus/StatusNotifierWatch.h"
 #include "platform/docks/GuardianProcess.h"
@@ -123,6 +124,10 @@ Adapters::Adapters(Scheduler& scheduler, const LaunchEnvironment& environment, c
       meeting_(keep(std::make_unique<ZoomMeetingService>(
           ZoomMeetingService::Setup{.controls = [] { return std::make_unique<AtSpiControls>(); },
                                     .processes = [] { return processesNamed(QStringLiteral("zoom")); }}))),
+      media_(keep(std::make_unique<MediaService>(
+          MediaService::Setup{.scheduler = scheduler,
+                              .players = keep(std::make_unique<MprisPlayers>(QDBusConnection::sessionBus(), scheduler)),
+                              .fetch = coverFetch()}))),
       readings_(keep(std::make_unique<Readings>(readingPorts(), clipboard_.history(), scheduler))),
       session_(keep(std::make_unique<DBusSessionApplication>())) {
   readings_.useRates(keep(std::make_unique<CurrencyRates>(web_, addresses_.of(ServiceHost::ExchangeRates))));
@@ -221,6 +226,7 @@ ReadingPorts Adapters::readingPorts() {
           .connections = connections_,
           .windows = windows_,
           .meeting = meeting_,
+          .media = media_,
           .calendar = std::make_unique<ICalendarFiles>(scheduler_),
           .processes = std::make_unique<LinuxProcessSource>(),
           .temperatures = std::make_unique<SensorTemperatures>(),
@@ -238,7 +244,28 @@ StoreSetup Adapters::storeSetup() {
           .credentials = keep(std::make_unique<WidgetCredentials>(keychain_, perplexity_)),
           .clipboard = clipboard_.history(),
           .reservations = keep(std::make_unique<ReservationService>(reservationSetup())),
-          .clients = readings_.beatClients() << &clipboard_.beatClient() << &claudeActivity_ << &windows_ << &meeting_};
+          .clients = readings_.beatClients()
+                     << &clipboard_.beatClient() << &claudeActivity_ << &windows_ << &meeting_ << &media_};
+}
+
+MediaService::Fetch Adapters::coverFetch() const {
+  return
+      [network = network_](const QUrl& address,
+                           const std::function<void(const std::optional<QByteArray>&)>& done) -> std::shared_ptr<void> {
+        struct Exchange {
+          std::shared_ptr<HTTPTransport> transport;
+          std::unique_ptr<HTTPTransfer> transfer;  ///< Goes first.
+        };
+        auto exchange = std::make_shared<Exchange>();
+        exchange->transport = std::make_shared<LoadedTransport>(network);
+        exchange->transfer =
+            exchange->transport->send({.url = address, .headers = {}, .body = {}}, [done](const HTTPAnswer& answer) {
+              const auto* const response = std::get_if<HTTPResponse>(&answer);
+              constexpr int kFine = 200;
+              done(response && response->status == kFine ? std::optional(response->body) : std::nullopt);
+            });
+        return exchange;
+      };
 }
 
 ReservationService::Setup Adapters::reservationSetup() {

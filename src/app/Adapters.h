@@ -9,6 +9,7 @@
 #include "app/SocketSession.h"
 #include "app/WindowSystem.h"
 #include "apps/LaunchEnvironment.h"
+#include "media/MediaService.h"
 #include "platform/docks/GuardianProcess.h"
 #include "platform/net/NetworkModule.h"
 #include "services/BaseAddresses.h"
@@ -54,6 +55,7 @@ class Adapters {
   WidgetLoader::Readers localReaders();
   ReadingPorts readingPorts();
   ReservationService::Setup reservationSetup();
+  MediaService::Fetch coverFetch() const;
 
   Scheduler& scheduler_;
   LaunchEnvironment environment_;
@@ -73,6 +75,7 @@ class Adapters {
   LiveConnections& connections_;
   WindowService& windows_;
   ZoomMeetingService& meeting_;
+  MediaService& media_;
   Readings& readings_;
   SessionApplication& session_;
 };

@@ -18,6 +18,7 @@
 #include "desktop/ClientWindows.h"
 #include "desktop/Files.h"
 #include "desktop/ScreenColors.h"
+#include "media/MediaService.h"
 #include "store/AppStore.h"
 #include "widgets/PinnedTiles.h"
 #include "widgets/catalog/Kinds.h"
@@ -232,6 +233,10 @@ void ProgramCommands::startFor(StandardApplications::Purpose purpose) {
 
 void ProgramCommands::pickColor(const std::function<void(const QString& hex)>& picked) {
   services_.colors.pick(this, picked, [this](const QString& sentence) { store_.setError(sentence); });
+}
+
+void ProgramCommands::controlPlayback(const MediaAction& action, bool isVideo) {
+  isVideo ? readings_.media().controlVideo(action) : readings_.media().control(action);
 }
 
 void ProgramCommands::completeReminder(const Reminder& reminder, bool completed) {

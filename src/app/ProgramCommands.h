@@ -88,6 +88,7 @@ class ProgramCommands final : public QObject, public Commands {
   void openSystemMonitor() override;
   void openCalendarApp() override;
   void pickColor(const std::function<void(const QString& hex)>& picked) override;
+  void controlPlayback(const MediaAction& action, bool isVideo) override;
   void completeReminder(const Reminder& reminder, bool completed) override;
   void endProcess(const ProcessReading& process) override;
 

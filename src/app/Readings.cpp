@@ -4,7 +4,9 @@
 
 #include "clipboard/ports/Pasteboard.h"
 #include "config/CalendarFolders.h"
+#include "config/MediaConnection.h"
 #include "desktop/ClockFormat.h"
+#include "media/MediaService.h"
 #include "services/CurrencyRates.h"
 #include "widgets/WidgetFolder.h"
 #include "windows/WindowService.h"
@@ -49,6 +51,7 @@ Readings::Readings(ReadingPorts ports, ClipboardHistory& clipboard, Scheduler& s
   tell(&ports_.windows, &WindowService::previewChanged, {Family::Windows});
   tell(&ports_.windows, &WindowService::followedChanged, {Family::Windows});
   tell(&ports_.meeting, &ZoomMeetingService::changed, {Family::Integration});
+  tell(&ports_.media, &MediaService::changed, {Family::Music});
   tell(&clipboard_, &ClipboardHistory::didChange, {Family::Clipboard});
 }
 
@@ -68,6 +71,7 @@ void Readings::follow(AppStore& store) {
     screenshots_.setChosen(store.config().screenshotFolder);
     calendar_.setFolders(CalendarFolders::of(store.config()));
     calendar_.follow(store.active());
+    ports_.media.follow(store.config(), store.active());
     QSet<QString> stacks;
     for (const DockWidget& widget : store.active().widgets)
       if (showsStack(widget)) stacks.insert(widgetFolder(widget));
@@ -75,6 +79,9 @@ void Readings::follow(AppStore& store) {
   };
   connect(&store, &AppStore::configChanged, this, ask);
   connect(&store, &AppStore::activeChanged, this, ask);
+  connect(&ports_.media, &MediaService::connectionChanged, &store, [&store](const std::optional<QString>& source) {
+    store.edit([&source](DockConfiguration& config) { MediaConnection::set(config, source); });
+  });
   connect(&calendar_, &Calendar::failed, &store, &AppStore::setError);
   connect(&calendar_, &Calendar::changed, &store, [this, &store] {
     store.setCalendarMessage(calendar_.calendarMessage());
@@ -96,6 +103,7 @@ ReadingServices Readings::services(const Services& services) {
           .windows = services.windows,
           .windowService = ports_.windows,
           .meeting = ports_.meeting,
+          .media = ports_.media,
           .clipboard = clipboard_,
           .pasteboard = services.pasteboard,
           .connections = ports_.connections,

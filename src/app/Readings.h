@@ -25,6 +25,7 @@ namespace tarnwick {
 class ClockFormat;
 class Connections;
 class CurrencyRates;
+class MediaService;
 class WindowService;
 class ZoomMeetingService;
 
@@ -34,6 +35,7 @@ struct ReadingPorts {
   Connections& connections;     ///< Outlives them.
   WindowService& windows;       ///< Outlives them.
   ZoomMeetingService& meeting;  ///< Outlives them.
+  MediaService& media;          ///< Outlives them.
   std::unique_ptr<CalendarSource> calendar;
   std::unique_ptr<ProcessSource> processes;
   std::unique_ptr<ProcessorTemperatures> temperatures;
@@ -68,6 +70,7 @@ class Readings : public QObject {
   ProcessMonitor& processes() { return processes_; }
   Connections& connections() { return ports_.connections; }
   WindowService& windows() { return ports_.windows; }
+  MediaService& media() { return ports_.media; }
 
  Q_SIGNALS:
   /// calendar() gives another digest, not only because of the time.

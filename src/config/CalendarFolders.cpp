@@ -2,6 +2,8 @@
 
 #include <QDir>
 
+#include "config/MediaConnection.h"
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -26,7 +28,8 @@ QStringList CalendarFolders::of(const DockConfiguration& config) {
 
 void CalendarFolders::add(DockConfiguration& config, const QString& path) {
   if (!QDir::isAbsolutePath(path) || of(config).contains(QDir::cleanPath(path))) return;
-  if (!config.nativeConnections) config.nativeConnections = QStringList();
+  // What is connected without a list stays so with one.
+  if (!config.nativeConnections) config.nativeConnections = QStringList{MediaConnection::kMark};
   config.nativeConnections->append(entryOf(path));
 }
 

@@ -8,6 +8,7 @@
 #include "calendar/ports/CalendarSource.h"
 #include "config/DockLayout.h"
 #include "config/DockWidget.h"
+#include "media/PlaybackSnapshot.h"
 #include "system/ports/ProcessSource.h"
 
 namespace tarnwick {
@@ -127,6 +128,8 @@ class Commands {
   /// which of several.
   virtual void activateApplication(quint64 application, const QString& display) = 0;
   virtual void showWindow(quint64 window) = 0;
+  /// Sends a command to what is played, or to what plays a video of the web.
+  virtual void controlPlayback(const MediaAction& action, bool isVideo) = 0;
   virtual void openSystemMonitor() = 0;
   virtual void openCalendarApp() = 0;
   /// Lets the user pick a color on the screen. `picked` runs once with "#RRGGBB", or never when nothing was picked.

@@ -59,6 +59,7 @@ class NoCommands : public Commands {
   void openSystemMonitor() override {}
   void openCalendarApp() override {}
   void pickColor(const std::function<void(const QString&)>&) override {}
+  void controlPlayback(const MediaAction&, bool) override {}
   void completeReminder(const Reminder&, bool) override {}
   void endProcess(const ProcessReading&) override {}
 

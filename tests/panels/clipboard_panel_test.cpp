@@ -53,6 +53,7 @@ class ClipboardPanelTest : public FolderTest {
                                                .windows = fixed.windows,
                                                .windowService = fixed.windowService,
                                                .meeting = fixed.meeting,
+                                               .media = fixed.media,
                                                .clipboard = *history,
                                                .pasteboard = clipboard,
                                                .connections = fixed.connections}};

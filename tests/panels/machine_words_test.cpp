@@ -76,7 +76,7 @@ TEST(ProcessSection, HasProcessesReadWhileNoTileDoes) {
       fixed.sources,
       {others.recent, others.bookmarks, others.screenshots, others.stacks, others.thumbnails, monitor,
        others.temperature, others.machine, others.apps, others.windows, others.windowService, others.meeting,
-       others.clipboard, others.pasteboard, others.connections}};
+       others.media, others.clipboard, others.pasteboard, others.connections}};
   const TileSources sources = SnapshotFixture::sources();
   // A sample at a time, as on a machine where a second is enough for one.
   const auto beat = [&] {

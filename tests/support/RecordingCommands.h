@@ -88,6 +88,11 @@ class RecordingCommands : public NoCommands {
   }
   void showWindow(quint64 window) override { asked << QStringLiteral("window %1").arg(window); }
   void pickColor(const std::function<void(const QString&)>& done) override { picked = done; }
+  void controlPlayback(const MediaAction& action, bool isVideo) override {
+    asked << QStringLiteral("playback %1%2")
+                 .arg(static_cast<int>(action.kind))
+                 .arg(isVideo ? QStringLiteral(" video") : QString());
+  }
   void completeReminder(const Reminder& reminder, bool completed) override {
     asked << QStringLiteral("%1 %2").arg(completed ? QStringLiteral("done") : QStringLiteral("open"), reminder.title);
   }

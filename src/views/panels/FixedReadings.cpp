@@ -37,6 +37,7 @@ FixedReadings::FixedReadings(Scheduler& scheduler)
       windowService(
           {.windows = windows, .applications = [this] { return running; }, .session = session, .pictures = {}}),
       meeting({.controls = [] { return std::make_unique<NoControls>(); }, .processes = [] { return QList<qint64>(); }}),
+      media({.scheduler = scheduler, .players = players, .fetch = {}}),
       clipboard(QString(), scheduler) {
   recent.setFixed({});
   bookmarks.setFixed({});
@@ -60,6 +61,7 @@ ReadingServices FixedReadings::services() {
           .windows = windows,
           .windowService = windowService,
           .meeting = meeting,
+          .media = media,
           .clipboard = clipboard,
           .pasteboard = pasteboard,
           .connections = connections,

@@ -8,6 +8,7 @@
 #include "files/RecentFiles.h"
 #include "files/ScreenshotFolder.h"
 #include "files/Thumbnails.h"
+#include "media/MediaService.h"
 #include "services/Connections.h"
 #include "store/NoDesktop.h"
 #include "system/ProcessMonitor.h"
@@ -24,6 +25,17 @@ class GivenMachine final : public MachineDetails {
  public:
   MachineReading read() override { return reading ? reading() : MachineReading(); }
   std::function<MachineReading()> reading;
+};
+
+/// No player runs.
+class NoPlayers final : public Players {
+ public:
+  void follow(bool) override {}
+  bool isAvailable() const override { return true; }
+  bool isKnown() const override { return true; }
+  QList<MediaPlayer> all() const override { return {}; }
+  void read(const QString&, QObject*, std::function<void(bool)>) override {}
+  void act(const QString&, const MediaAction&, QObject*, std::function<void(bool)>) override {}
 };
 
 /// What tiles and panels read where there is no desktop, for pictures and tests: nothing, until something is set fixed
@@ -49,6 +61,8 @@ class FixedReadings {
   QList<RunningApp> running;  ///< Whose windows they are.
   WindowService windowService;
   ZoomMeetingService meeting;
+  NoPlayers players;
+  MediaService media;
   ClipboardHistory clipboard;
   StillPasteboard pasteboard;
   Connections connections;

@@ -12,6 +12,7 @@ constexpr double kPlayWidth = 0.84;
 constexpr double kPlayCorner = 0.13;
 constexpr double kBarWidth = 0.26;
 constexpr double kBarGap = 0.28;
+constexpr double kSkipBar = 0.18;
 }  // namespace
 
 void drawPlayGlyph(QPainter& painter, QPointF centre, double height, const QColor& color) {
@@ -34,6 +35,16 @@ void drawPauseGlyph(QPainter& painter, QPointF centre, double height, const QCol
   const double gap = height * kBarGap;
   for (const double left : {centre.x() - gap / 2 - width, centre.x() + gap / 2})
     drawRounded(painter, QRectF(left, centre.y() - height / 2, width, height), width / 2.6, color);
+}
+
+void drawSkipGlyph(QPainter& painter, QPointF centre, double height, bool back, const QColor& color) {
+  painter.save();
+  painter.translate(centre);
+  if (back) painter.scale(-1, 1);
+  drawPlayGlyph(painter, {-height * kSkipBar, 0}, height, color);
+  const double width = height * kSkipBar;
+  drawRounded(painter, QRectF(height * kPlayWidth * 0.5, -height / 2, width, height), width / 2.2, color);
+  painter.restore();
 }
 
 }  // namespace tarnwick

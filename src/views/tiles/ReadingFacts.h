@@ -58,6 +58,29 @@ struct MeetingFacts {
   bool operator==(const MeetingFacts&) const = default;
 };
 
+/// What is played, as one reading found it.
+struct PlaybackFacts {
+  QString title, artist;
+  QString source;       ///< Who plays; empty where nobody does.
+  double duration = 0;  ///< Seconds; 0 where it is not known.
+  double elapsed = 0;   ///< Seconds at `timestamp`; what has a known length goes on from there while it plays.
+  QDateTime timestamp;
+  bool playing = false;
+  TilePicture cover;
+
+  bool operator==(const PlaybackFacts&) const = default;
+};
+
+/// What plays on this desktop.
+struct MediaFacts {
+  bool connected = false;  ///< The user lets it be shown.
+  PlaybackFacts playback;
+  std::optional<PlaybackFacts> video;  ///< What plays of the video hosts; absent for nothing.
+  QString problem;                     ///< Why there is nothing, as a sentence.
+
+  bool operator==(const MediaFacts&) const = default;
+};
+
 /// What tiles show of the machine and of the user's files, beside the figures of MetricsSnapshot.
 struct ReadingFacts {
   std::optional<double> celsius;  ///< Of the processor; absent without a sensor.
@@ -75,6 +98,7 @@ struct ReadingFacts {
   bool copiedIsFolder = false;
   QHash<QUuid, TilePicture> pinnedWindows;  ///< By widget: how its window looks, as far as that was seen.
   std::optional<MeetingFacts> meeting;      ///< Absent until somebody looked.
+  std::optional<MediaFacts> media;          ///< The same.
   QString clipboardProblem;                 ///< Why there is no history; else empty.
   QHash<QString, double> rates;             ///< Of currencies that tiles convert, by their codes: "EUR/USD".
 };

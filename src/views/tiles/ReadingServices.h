@@ -15,6 +15,7 @@ class CurrencyRates;
 class FolderStacks;
 class InstalledApps;
 class MachineDetails;
+class MediaService;
 class Pasteboard;
 class ProcessMonitor;
 class RecentFiles;
@@ -40,6 +41,7 @@ struct ReadingServices {
   const ClientWindows& windows;  ///< Those of other programs.
   WindowService& windowService;
   ZoomMeetingService& meeting;
+  MediaService& media;
   ClipboardHistory& clipboard;
   Pasteboard& pasteboard;
   Connections& connections;        ///< To services on the net.
