@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QTranslator>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -20,6 +19,7 @@
 #include "app/SingleInstance.h"
 #include "app/SnapshotMode.h"
 #include "app/WindowSystem.h"
+#include "app/Words.h"
 #include "apps/InstalledApps.h"
 #include "base/DesktopId.h"
 #include "base/DomainError.h"
@@ -53,11 +53,6 @@ int print(const QString& text) {
 int notYet(const CommandLine& line) {
   say(u"This version of Tarnwick does not offer %1 yet."_s.arg(line.argument));
   return 1;
-}
-
-void loadWords(QCoreApplication& application) {
-  auto* words = new QTranslator(&application);
-  if (words->load(u":/i18n/tarnwick_en.qm"_s)) QCoreApplication::installTranslator(words);
 }
 
 int measureCommandBar(int argc, char** argv, const CommandLine& line) {

@@ -9,6 +9,7 @@
 
 #include "app/SnapshotBar.h"
 #include "app/SnapshotWindows.h"
+#include "app/Words.h"
 #include "base/DomainError.h"
 #include "base/Text.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -102,7 +103,8 @@ int runSnapshot(const QStringList& arguments) {
   QByteArray reverse("-reverse");
   char* argv[] = {name.data(), reverse.data(), nullptr};
   int argc = arguments.contains(u"-reverse"_s) ? 2 : 1;
-  const QApplication application(argc, argv);
+  QApplication application(argc, argv);
+  loadWords(application);
   SnapshotWindows windows;
   if (options.windows) options.windowList = windows.list();
   if (options.bars) options.barList = SnapshotBar::list(windows.places());
