@@ -12,9 +12,13 @@ AppKeys::AppKeys(AppStore& store, HotKeys& keys, const Commands& commands)
     : store_(store), keys_(keys), commands_(commands) {
   connect(&keys, &HotKeys::pressed, this, &AppKeys::pressed);
   connect(&keys, &HotKeys::lost, this, [this](quint32 identifier) {
-    held_.remove(identifier);
+    const auto held = held_.take(identifier);
     const bool isBar = identifier == HotKeyTable::kCommandBar;
-    if (isBar) commandBarKey_.clear();
+    if (isBar) {
+      commandBarKey_.clear();
+      // Asked for again it would be lost again.
+      if (!lost_.contains(held)) lost_.append(held);
+    }
     const bool isReplaced = isBar && bindCommandBar(store_.config().desktopOptions());
     if (!isReplaced && identifier != HotKeyTable::kFocus && identifier < HotKeyTable::kFirstApp) sayKeyIsTaken();
     Q_EMIT changed();
@@ -29,6 +33,7 @@ void AppKeys::follow() {
       HotKeyTable::signature(options) + (options.deskOptions().appKeys ? QStringLiteral(":apps") : QString());
   if (signature == signature_) return;
   signature_ = signature;
+  lost_.clear();
   release();
   commandBarKey_.clear();
   bool allBound = true;
@@ -83,6 +88,7 @@ bool AppKeys::bindCommandBar(const DesktopOptions& options) {
   QList<HotKeyRequest> requests{{options.commandBarKey, options.commandBarModifiers}};
   requests += HotKeyTable::commandBarFallbacks(options);
   for (const HotKeyRequest& each : requests) {
+    if (lost_.contains(each)) continue;
     const HotKeyBinding binding = keys_.bind(HotKeyTable::kCommandBar, each);
     if (!binding.bound) continue;
     held_.insert(HotKeyTable::kCommandBar, each);

@@ -59,6 +59,7 @@ class AppKeys final : public QObject, public KeyRecorder {
   HotKeys& keys_;
   const Commands& commands_;
   QHash<quint32, HotKeyRequest> held_;
+  QList<HotKeyRequest> lost_;  ///< For the command bar, since the settings asked for other keys.
   QString signature_;
   QString commandBarKey_;
 };

@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "apps/DesktopExec.h"
+#include "base/ForeignText.h"
 
 namespace tarnwick {
 
@@ -110,6 +111,7 @@ QString AppMatching::fallbackName(const ClientWindow& window) {
   // Of a name such as org.example.Editor people know the last part; "Navigator 4.0" is no such name.
   if (name.count(u'.') >= 2 && !name.contains(u' ') && !name.endsWith(u'.')) name = name.section(u'.', -1);
   if (name.isEmpty()) name = window.title;
+  name = ForeignText::line(name);
   if (!name.isEmpty()) name[0] = name[0].toUpper();
   return name;
 }

@@ -65,7 +65,10 @@ void CommandBarRows::take() {
     isChosen_ = false;
     takeExtras();
   }
-  if (!isChosen_) below_ = beginsBelow() ? 0 : -1;
+  // Files come late; what is selected stays.
+  const bool hasFiles = std::ranges::any_of(
+      model_.results(), [](const CommandItem& item) { return item.kind == CommandItem::Kind::File; });
+  if (!isChosen_ && !hasFiles) below_ = beginsBelow() ? 0 : -1;
   QList<CommandRow> rows;
   rows.reserve(model_.results().size() + found_.size());
   for (const CommandItem& item : model_.results()) rows.append({item, matchedOf(item, query_, false), false});

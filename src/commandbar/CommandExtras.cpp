@@ -59,10 +59,9 @@ QList<CommandItem> CommandExtras::find(const QString& query) const {
   QList<CommandItem> rows;
   if (const auto answer = QuickAnswer::of(text)) rows << answerRow(text, *answer);
   if (Text::characters(text, kFewestCharacters).size() < kFewestCharacters || Calculator::evaluate(text)) return rows;
-  const qsizetype most = rows.size() + kMost;
   if (choices_.findsEmoji) rows += emoji(text);
   if (choices_.findsSettings) rows += settings(text);
-  return rows.first(std::min(rows.size(), most));
+  return rows.first(std::min(rows.size(), kMost));
 }
 
 QList<CommandItem> CommandExtras::emoji(const QString& query) const {

@@ -5,6 +5,7 @@
 #include <QStringBuilder>
 #include <algorithm>
 
+#include "base/ForeignText.h"
 #include "base/Text.h"
 #include "base/UuidText.h"
 #include "base/WebAddress.h"
@@ -35,7 +36,7 @@ QString trimmed(const QString& query) { return Text::withoutOuterBlanks(query).t
 /// The beginning of a text on one line.
 QString titleOf(const QString& text) {
   QString line = Text::beginning(QStringView(text).trimmed(), kTitleCharacters).toString();
-  return line.replace("\r\n"_L1, " "_L1).replace(u'\n', u' ');
+  return ForeignText::line(line.replace("\r\n"_L1, " "_L1).replace(u'\n', u' '));
 }
 
 QStringList otherTextsOf(const DesktopEntry& entry) {
@@ -170,7 +171,7 @@ QList<CommandItem> CommandSources::files(const QList<FoundFile>& files) {
     CommandItem& row = rows.emplaceBack();
     row.id = "file:"_L1 % path;
     row.kind = CommandItem::Kind::File;
-    row.title = files[i].name;
+    row.title = ForeignText::line(files[i].name);
     row.subtitle = path.first(std::max<qsizetype>(path.lastIndexOf(u'/'), path.startsWith(u'/') ? 1 : 0));
     row.symbol = u"doc"_s;
     row.path = path;

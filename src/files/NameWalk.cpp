@@ -43,11 +43,14 @@ constexpr std::array kFarAway = {
     0x5346414FL,  // AFS
     0x01021997L,  // 9P
     0x00C36400L,  // Ceph
+    0x0BD00BD0L,  // Lustre
+    0x786F4256L,  // Folders that a virtual machine shares
     0x0187L,      // What mounts others once it is entered.
 };
 /// The same as the kernel's list of mounts names them.
-constexpr std::array<std::string_view, 11> kFarAwayNames = {"nfs", "nfs4", "smbfs", "cifs",   "smb3", "coda",
-                                                            "afs", "9p",   "ceph",  "autofs", "ncpfs"};
+constexpr std::array<std::string_view, 16> kFarAwayNames = {"nfs",    "nfs4", "smbfs",  "cifs",    "smb3",  "coda",
+                                                            "afs",    "9p",   "ceph",   "autofs",  "ncpfs", "lustre",
+                                                            "beegfs", "gpfs", "vboxsf", "virtiofs"};
 
 /// A folder that is in the new index and whose names are still to come.
 struct WaitingFolder {

@@ -2,11 +2,14 @@
 
 #include <QCoroTask>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <ctime>
 #include <utility>
 
 #include "services/RemoteRules.h"
+#include "widgets/catalog/KindTraits.h"
+#include "widgets/catalog/Options.h"
 
 namespace tarnwick {
 
@@ -105,6 +108,17 @@ void RemoteValues::forget(QUuid widget) {
 
 // --- The document ---------------------------------------------------------------------------------------------------
 
+namespace {
+
+/// Whether a change asks for other values. What shows the weather beside something else may change that alone.
+bool asksAnew(const DockWidget& before, const DockWidget& after) {
+  if (before.kind != after.kind || !KindTraits::of(after.kind).showsCityWeather) return before != after;
+  return std::ranges::any_of(std::array{option::city, option::cityPosition, option::weatherLocation},
+                             [&](const auto& key) { return before.options.value(key) != after.options.value(key); });
+}
+
+}  // namespace
+
 void RemoteValues::follow(const DockConfiguration& config, const ActiveSets& active) {
   usesFahrenheit_ = config.weatherUsesFahrenheit();
   QHash<QUuid, DockWidget> known;
@@ -119,11 +133,16 @@ void RemoteValues::follow(const DockConfiguration& config, const ActiveSets& act
     if (after == known_.constEnd()) {
       forget(before.id);
       unseenSince_.remove(before.id);
-    } else if (*after != before) {
+    } else if (asksAnew(before, *after)) {
       // An answer to what was asked before the edit is an answer to something else. What is shown stays.
       endFetch(before.id);
       if (after->kind != before.kind || after->options != before.options) headlines_.forget(before.id);
     }
+  }
+  for (const DockWidget& widget : std::as_const(known_)) {
+    // One that comes while its dock is hidden has not been seen since now.
+    if (seen_ && !known.contains(widget.id) && !seen_->contains(widget.id))
+      unseenSince_.insert(widget.id, scheduler_.reference());
   }
   current_ = active.widgets;
   current_.removeIf([](const DockWidget& widget) { return !RemoteRules::isRemote(widget.kind); });

@@ -25,10 +25,12 @@ std::optional<double> numberIn(const QJsonValue& value) {
   return value.toDouble();
 }
 
+/// Any number is a code; one that no weather has is unknown.
 std::optional<int> codeIn(const QJsonValue& value) {
+  constexpr int kUnknown = -1;
   const auto number = numberIn(value);
-  if (!number || std::abs(*number) > 1000 || std::trunc(*number) != *number) return std::nullopt;
-  return static_cast<int>(*number);
+  if (!number) return std::nullopt;
+  return std::abs(*number) > 1000 || std::trunc(*number) != *number ? kUnknown : static_cast<int>(*number);
 }
 
 /// Far beyond any weather there is nothing to be shown, in whatever unit.

@@ -241,8 +241,16 @@ void AppStore::setDockDisplays(const QStringList& displays) {
   if (!displays.contains(activeDisplay_)) activeDisplay_.clear();
   if (dockDisplays_ == displays) return;
   dockDisplays_ = displays;
+  const auto shown = [this] {
+    QSet<QUuid> widgets;
+    for (const DockWidget& widget : active_.widgets) widgets.insert(widget.id);
+    return widgets;
+  };
+  const QSet<QUuid> before = shown();
   refreshActiveWidgetIndex();
   Q_EMIT activeChanged();
+  // A display that came may show what was not asked for until now.
+  if (!before.contains(shown())) refreshAll();
 }
 
 void AppStore::notify(const QString& title, const QString& body, const std::function<void()>& unseen) {

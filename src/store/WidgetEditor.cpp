@@ -121,8 +121,9 @@ WidgetEditor::Outcome WidgetEditor::save(const DockWidget& edited, const DockWid
   // One entry that the document refuses would keep every later change from being saved, so it is refused here.
   DockConfiguration::validated(widget);
 
-  const bool showsWeather =
-      family == Family::Weather || (traits.showsCityWeather && !widget.options.value(option::city).isEmpty());
+  const bool hasPlace =
+      !widget.options.value(option::city).isEmpty() || widget.options.contains(option::weatherLocation);
+  const bool showsWeather = family == Family::Weather || (traits.showsCityWeather && hasPlace);
   return {.saveCredential = isConnected && credentialChanged,
           .widget = std::move(widget),
           .refresh = isConnected || showsWeather};

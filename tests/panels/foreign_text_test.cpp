@@ -8,18 +8,20 @@
 #include <QTextDocument>
 #include <functional>
 
+#include "apps/AppMatching.h"
 #include "base/ForeignText.h"
+#include "commandbar/CommandSources.h"
+#include "desktop/ClientWindows.h"
 #include "services/Connections.h"
 #include "services/RemoteRules.h"
 #include "support/ForeignTexts.h"
 #include "support/RecordingCommands.h"
 #include "support/Wait.h"
 #include "views/controls/Fields.h"
-#include "views/controls/ItemView.h"
 #include "views/controls/Rows.h"
 #include "views/controls/TipBubble.h"
 #include "views/families/Rooms.h"
-#include "views/families/calendar/AgendaRow.h"
+#include "views/families/clipboard/ClipboardWords.h"
 #include "views/panels/PlaceField.h"
 #include "views/panels/TilePanel.h"
 #include "views/snapshot/SnapshotFixture.h"
@@ -141,21 +143,21 @@ TEST(ForeignTexts, AreNoMarkupAndActOnNothingWhereverTheyAreShown) {
          reading.value = RemoteRules::cleaned(reading.value);
          return panelWith(reading);
        }},
-      {"an event",
+      {"a copied text",
        [](const QString& text) {
-         AgendaRow row(
-             {u"9:00"_s, u"10:00"_s, ForeignText::line(text), ForeignText::line(text), {}, false}, 34, [] {}, true);
-         return textsOf(row);
+         ClipboardEntry entry;
+         entry.value = text;
+         return QStringList{ClipboardWords::title(entry)};
        }},
-      {"a row of a list",
+      {"an app without an entry",
        [](const QString& text) {
-         ItemView view(u"List"_s, ItemView::Shape::Rows);
-         ViewItem item{u"1"_s, ForeignText::line(text)};
-         item.tip = text;
-         view.setItems({item});
-         QWidget seen;
-         seen.setToolTip(view.model()->index(0, 0).data(Qt::ToolTipRole).toString());
-         return textsOf(seen);
+         ClientWindow window;
+         window.applicationId = text;
+         return QStringList{AppMatching::fallbackName(window)};
+       }},
+      {"a file that was found",
+       [](const QString& text) {
+         return QStringList{CommandSources::files({{.path = u"/"_s + text, .name = text, .isFolder = false}})[0].title};
        }},
   };
   for (const auto& [door, open] : doors) {

@@ -150,11 +150,13 @@ void CredentialPart::unlock(std::function<void()> done) {
 void CredentialPart::showState() {
   const bool isNew = !host_.isEmpty() && host_ != storedHost_;
   QString help = usual_.isEmpty() ? help_ : usual_;
-  if (!lacking_.isEmpty())
+  if (isForAnotherHost())
+    help = notStored(host_);
+  else if (!lacking_.isEmpty())
     help = lacking_;
   else if (field_.isRemoving())
     help = LibraryWords::tr("The stored credential is removed when you save.");
-  else if (isAsked_ && (isForAnotherHost() || (isNew && !field_.isKept() && field_.value().isEmpty())))
+  else if (isAsked_ && isNew && !field_.isKept() && field_.value().isEmpty())
     help = notStored(host_);
   else if (field_.isKept())
     help = LibraryWords::tr("A credential is stored in the keyring. Entering a new one replaces it.");

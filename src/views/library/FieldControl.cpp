@@ -160,6 +160,8 @@ class PlaceControl final : public FieldControl {
   void write(DockWidget& widget, const QString& key) const override {
     FieldControl::write(widget, key);
     widget.options.remove(option::cityPosition);
+    // Who names a place means that one.
+    widget.options.remove(option::weatherLocation);
     if (chosen_) widget.options.insert(option::cityPosition, ChosenPlace::position(*chosen_));
   }
   void setFaulty(bool faulty) override { place_->field().setFaulty(faulty); }

@@ -141,7 +141,9 @@ void TryPart::setAsking(bool asking) {
   isAsking_ = asking;
   cancel_->setVisible(asking);
   if (!asking) return;
-  const QString host = QUrl(asked_->options.value(option::endpoint)).host();
+  const QString mode = asked_->options.value(option::connectionMode);
+  const bool asksTheNet = mode.isEmpty() || mode == value::native;
+  const QString host = asksTheNet ? QUrl(asked_->options.value(option::endpoint)).host() : QString();
   say(host.isEmpty() ? LibraryWords::tr("Asking…") : LibraryWords::tr("Asking %1…").arg(ForeignText::line(host)),
       false);
 }

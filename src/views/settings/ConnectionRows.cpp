@@ -50,7 +50,10 @@ QString ConnectionRows::service(const DockWidget& widget) {
   const QString name = WidgetLoader::readsAddress(widget) ? SettingsWords::tr("Own address")
                        : provider                         ? provider->name
                                                           : Catalog::find(widget.kind).name;
-  const QString host = QUrl(widget.options.value(option::endpoint)).host(QUrl::FullyEncoded);
+  // What reads this computer may hold an address of earlier.
+  const QString mode = widget.options.value(option::connectionMode);
+  const bool asksTheNet = mode.isEmpty() || mode == value::native;
+  const QString host = asksTheNet ? QUrl(widget.options.value(option::endpoint)).host(QUrl::FullyEncoded) : QString();
   return host.isEmpty() ? name : name + u" · "_s + ForeignText::line(host);
 }
 

@@ -223,8 +223,11 @@ class ConnectionsPage final : public SettingsPage {
         SettingsWords::tr("Remove"), [this, widget] {
           tellAnswer<bool>(
               removed(services_.connections, widget, stop_.get_token()),
-              [this](const ServiceAnswer<bool>& answer) {
-                if (!answer.value) say(answer.sentence, Tone::Fault);
+              [this, name = services_.edits.nameOf(widget)](const ServiceAnswer<bool>& answer) {
+                if (answer.value)
+                  say(SettingsWords::tr("The credential of “%1” was removed.").arg(name), Tone::Secondary);
+                else
+                  say(answer.sentence, Tone::Fault);
               },
               stop_.get_token());
         });

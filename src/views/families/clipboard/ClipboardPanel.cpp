@@ -53,7 +53,7 @@ class ClipboardPanel final : public TilePanel {
     header().addAction(search_);
     layOut();
     setUpView();
-    tabs_->chosen = [this](ClipboardGroup group) { model_.setGroup(group); };
+    tabs_->chosen = [this](ClipboardGroup group) { choose(group); };
     connect(search_, &QPushButton::clicked, this, [this] { field_->isHidden() ? openSearch() : closeSearch(); });
     connect(field_, &QLineEdit::textChanged, &model_, &ClipboardPanelModel::setSearch);
     connect(clear_, &QPushButton::clicked, this, &ClipboardPanel::askToClear);
@@ -63,7 +63,10 @@ class ClipboardPanel final : public TilePanel {
     connect(&model_, &ClipboardPanelModel::removed, this, &ClipboardPanel::offerBack);
   }
 
-  void choose(ClipboardGroup group) { model_.setGroup(group); }
+  void choose(ClipboardGroup group) {
+    chosen_.reset();
+    model_.setGroup(group);
+  }
   void searchFor(const QString& text) {
     openSearch();
     field_->setText(text);
@@ -86,10 +89,15 @@ class ClipboardPanel final : public TilePanel {
       return;
     }
     const QList<ClipboardGroup> groups = model_.available();
-    if (!groups.isEmpty() && !groups.contains(model_.group())) {
-      model_.setGroup(groups.first());  // Comes back here.
+    // One without a hit gives way until it has one again.
+    const ClipboardGroup wanted = chosen_.value_or(model_.group());
+    const ClipboardGroup group = groups.isEmpty() || groups.contains(wanted) ? wanted : groups.first();
+    if (group != wanted) chosen_ = wanted;
+    if (group != model_.group()) {
+      model_.setGroup(group);  // Comes back here.
       return;
     }
+    if (group == wanted) chosen_.reset();
     hideEmpty();
     setMessage(model_.message());
     tabs_->set(groups, model_.group());
@@ -345,6 +353,7 @@ class ClipboardPanel final : public TilePanel {
   SearchField* field_;
   QWidget* fieldGap_;  ///< Below the field, while that is seen.
   ClipboardTabs* tabs_;
+  std::optional<ClipboardGroup> chosen_;  ///< What the user chose, while another one stands in for it.
   TextLabel* none_;
   ItemView* view_;
   QWidget* filler_;  ///< Below a list that is shorter than one that was seen.

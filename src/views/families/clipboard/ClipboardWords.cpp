@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "base/ForeignText.h"
 #include "base/Text.h"
 #include "base/WebAddress.h"
 #include "widgets/TileWords.h"
@@ -13,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// No line has space for more, and a copied text may be very long.
-constexpr qsizetype kLine = 200;
+constexpr qsizetype kLine = ForeignText::kMostCharacters;
 
 }  // namespace
 
@@ -53,9 +54,9 @@ QString ClipboardWords::title(const ClipboardEntry& entry) {
   if (entry.kind == ClipboardEntry::Kind::Image) return TileWords::tr("Picture");
   if (entry.kind == ClipboardEntry::Kind::File) {
     const QString name = QFileInfo(entry.value).fileName();
-    return name.isEmpty() ? entry.value : name;
+    return ForeignText::line(name.isEmpty() ? entry.value : name);
   }
-  const QString line = Text::trimmed(entry.value).left(kLine).toString().simplified();
+  const QString line = ForeignText::line(Text::trimmed(entry.value).left(kLine).toString()).simplified();
   return line.isEmpty() ? TileWords::tr("Blanks") : line;
 }
 

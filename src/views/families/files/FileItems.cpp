@@ -5,6 +5,7 @@
 #include <QPainterPath>
 
 #include "apps/InstalledApps.h"
+#include "base/ForeignText.h"
 #include "files/Thumbnails.h"
 #include "store/Commands.h"
 #include "views/panels/PanelContext.h"
@@ -139,7 +140,8 @@ void FileItems::set(const QList<FolderEntry>& entries, Caption caption, const QD
   QList<ViewItem> items;
   for (const FolderEntry& entry : entries) {
     entries_.insert(entry.path, entry);
-    ViewItem item{entry.path, entry.name, captionOf(entry, caption, now, locale), tipOf(entry, locale)};
+    ViewItem item{entry.path, ForeignText::line(entry.name), captionOf(entry, caption, now, locale),
+                  tipOf(entry, locale)};
     if (caption == Caption::AgeOnly) item.title = agoWord(entry.modified, now, locale);
     item.drag = QUrl::fromLocalFile(entry.path);
     items.append(item);

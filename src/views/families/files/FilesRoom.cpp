@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 #include <array>
 
+#include "base/ForeignText.h"
 #include "files/Bookmarks.h"
 #include "files/FolderStacks.h"
 #include "files/RecentFiles.h"
@@ -57,7 +58,7 @@ constexpr int kShotPixels = 160;
 void readRecent(ReadingFacts& readings, const ReadingServices& services) {
   readings.recentNames.clear();
   for (const RecentFile& file : services.recent.list().mid(0, kNames))
-    readings.recentNames.append(QFileInfo(file.path).fileName());
+    readings.recentNames.append(ForeignText::line(QFileInfo(file.path).fileName()));
 }
 
 void readScreenshots(ReadingFacts& readings, const ReadingServices& services) {
