@@ -161,7 +161,7 @@ TEST_F(ConnectionFormTest, WithoutAKeyringItSaysWhatToInstallAndKeepsWhatIsTyped
 
 TEST_F(ConnectionFormTest, ACredentialGoesToNoOtherHostThanItWasEnteredFor) {
   const QString other = u"https://two.example/v1"_s;
-  const QString notStored = u"A credential for two.example is not stored."_s;
+  const QString notStored = u"No credential is kept for two.example."_s;
   struct Case {
     const char* what;
     bool isKept;
@@ -190,10 +190,22 @@ TEST_F(ConnectionFormTest, ACredentialGoesToNoOtherHostThanItWasEnteredFor) {
     write(*window, u"Address"_s, u"https://one.example/v2"_s);
     EXPECT_TRUE(waitFor([&] {
       return says(*window, one.isKept && one.typedAfter.isEmpty() ? kKept : kUsual) ||
-             says(*window, u"A credential for one.example is not stored."_s);
+             says(*window, u"No credential is kept for one.example."_s);
     }));
     window->close();
     fixture_.store().remove(widget.id);
+  }
+}
+
+TEST_F(ConnectionFormTest, TryingSaysWhatIsToBeDoneFirst) {
+  for (const auto& [kind, step] :
+       QList<QPair<QString, QString>>{{u"analyticsClaudeCodeStatus"_s, u"Install the activity hooks first."_s},
+                                      {u"geminiAPIUsage"_s, u"Choose the history to read first."_s},
+                                      {u"revenueStripe"_s, u"Enter an address first."_s}}) {
+    const auto window = fixture_.editor(fixture_.add(kind).id);
+    press(*window, u"Try It"_s);
+    EXPECT_TRUE(says(*window, step)) << kind.toStdString();
+    EXPECT_TRUE(services().service.asked.isEmpty());
   }
 }
 

@@ -17,7 +17,7 @@ QString hostOf(const DockWidget& widget) {
   return account.mid(account.indexOf(u':') + 1);
 }
 
-QString notStored(const QString& host) { return LibraryWords::tr("A credential for %1 is not stored.").arg(host); }
+QString notStored(const QString& host) { return LibraryWords::tr("No credential is kept for %1.").arg(host); }
 
 /// Gives what failed, empty for nothing. `connections` is there until `stop` is requested.
 QCoro::Task<QString> kept(Connections& connections, DockWidget widget, QString value, std::stop_token stop) {
