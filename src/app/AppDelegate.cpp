@@ -82,7 +82,7 @@ DockController& AppDelegate::dock() { return presenter_->dock(); }
 
 void AppDelegate::didFinishLaunching() {
   MenuStyle::installFor(services_.panels);
-  PanelTip::install();
+  PanelTip::install(!services_.screens.placesWindows());
   status_ = std::make_unique<StatusItem>(*store_, *commands_, services_.tray);
   windows_->followStatusItem(*status_);
   setupHotKeys();

@@ -102,11 +102,7 @@ void DockPresenter::connectDocks() {
     return frames;
   });
   dock_.hasActivePanel = [this](const QString& display) { return isBusy(display); };
-  connect(&dock_, &DockController::placed, this, [this](const QString& display) {
-    applicationsPlaced(display);
-    if (panels_.hasActivePanel(display))
-      panels_.follow(dock_.mapFromContent(display, docks_.besideWidget(display, panels_.openWidget())));
-  });
+  connect(&dock_, &DockController::placed, this, [this](const QString& display) { applicationsPlaced(display); });
   connect(&dock_, &DockController::goesAway, this, [this](const QString& display) {
     tips_.hide(display);
     menuHost_.closeOn(display);
@@ -150,6 +146,12 @@ void DockPresenter::giveWay() {
   panels_.closeAtOnce();
   tips_.close();
   menuHost_.drop();
+}
+
+void DockPresenter::makeRoom() {
+  // What is asked comes from a window that is open already.
+  if (!panels_.openWidget().isNull()) panels_.close();
+  tips_.close();
 }
 
 void DockPresenter::shutdown() {
@@ -235,6 +237,9 @@ void DockPresenter::applicationsPlaced(const QString& display) {
   QHash<quint64, QRectF> places = view->applicationPlaces();
   for (QRectF& place : places) place.translate(origin);
   tiles_.setTileRects(display, places);
+  if (!panels_.hasActivePanel(display)) return;
+  if (const QRect tile = docks_.besideWidget(display, panels_.openWidget()); !tile.isEmpty())
+    panels_.follow(dock_.mapFromContent(display, tile));
 }
 
 // --- Clicks and drops -----------------------------------------------------------------------------------------------

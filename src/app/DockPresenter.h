@@ -65,6 +65,8 @@ class DockPresenter final : public QObject, private DockHost {
   void closeAll();
   /// Closes the panel, menu or tip that is open, for something else that takes the keyboard.
   void giveWay();
+  /// Closes what is open beside the docks, which would lie above a window that comes now.
+  void makeRoom();
   void shutdown();
 
   /// Opens the panel of a widget beside its tile, or closes it when it is open. Nothing happens where the display has

@@ -198,8 +198,9 @@ QString WindowSystem::obstacle() {
   }
   if (!platform.startsWith("xcb") || X11Events::serverAnswers()) return {};
   const QString display = qEnvironmentVariable("DISPLAY");
-  return display.isEmpty() ? WindowSystemWords::tr("Tarnwick needs a display, but DISPLAY is not set.")
-                           : WindowSystemWords::tr("Tarnwick cannot reach the display \"%1\".").arg(display);
+  return display.isEmpty()
+             ? WindowSystemWords::tr("Tarnwick needs a display, but neither WAYLAND_DISPLAY nor DISPLAY is set.")
+             : WindowSystemWords::tr("Tarnwick cannot reach the display \"%1\".").arg(display);
 }
 
 }  // namespace tarnwick

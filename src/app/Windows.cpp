@@ -83,7 +83,8 @@ void Windows::present(QPointer<Window>& window, const QString& name, const Windo
     dress(*window);
     places_.settle(*window, name, request);
   }
-  // A dock that has the keyboard to itself would keep it from the window, where the compositor obeys.
+  // A panel or a dock that has the keyboard to itself would keep it from the window, where the compositor obeys.
+  parts_.presenter.makeRoom();
   dock().leaveKeyboard();
   window->present();
 }

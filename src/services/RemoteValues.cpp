@@ -133,6 +133,8 @@ void RemoteValues::follow(const DockConfiguration& config, const ActiveSets& act
     if (after == known_.constEnd()) {
       forget(before.id);
       unseenSince_.remove(before.id);
+    } else if (RemoteRules::isSetUp(before) && !RemoteRules::isSetUp(*after)) {
+      forget(before.id);  // Connected to nothing, it shows nothing, as a new one.
     } else if (asksAnew(before, *after)) {
       // An answer to what was asked before the edit is an answer to something else. What is shown stays.
       endFetch(before.id);

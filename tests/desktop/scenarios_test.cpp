@@ -292,6 +292,23 @@ TEST_F(ShellScenario, ARowLongerThanTheScreenKeepsTheAppsAtItsEndsAndScrollsByIt
   EXPECT_TRUE(comesTrue([&] { return panels() == QList{store().widgets()[kFirst + 1].id}; }));
 }
 
+TEST_F(ShellScenario, APanelGoesWithItsTile) {
+  startShown(DockConfiguration());
+  const auto panel = [&]() -> const QWidget* {
+    for (const QWidget* window : QApplication::topLevelWidgets())
+      if (qobject_cast<const PanelPresentation*>(window) && window->isVisible()) return window;
+    return nullptr;
+  };
+  const auto aside = [&] { return panel() ? panel()->geometry().center().x() - tile(1).center().x() : 0; };
+  desk.click(tile(1).center());
+  ASSERT_TRUE(comesTrue([&] { return isOpen() && panel(); }));
+  const int before = tile(1).center().x();
+  const int wasAside = aside();
+  store().edit([](DockConfiguration& config) { config.profiles[0].widgets.resize(4); });
+  ASSERT_TRUE(comesTrue([&] { return tile(1).center().x() > before + 40; }));
+  EXPECT_TRUE(comesTrue([&] { return std::abs(aside() - wasAside) <= 1; }));
+}
+
 TEST_F(ShellScenario, AMenuStandsBesideTheGlassAndItsEntryActs) {
   startShown(DockConfiguration());
   const QUuid clock = store().widgets()[1].id;

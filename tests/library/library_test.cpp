@@ -347,8 +347,10 @@ TEST_F(LibraryWindowTest, TheMarkOfAPictureStaysWhateverItsNameIsJoinedBy) {
   const QModelIndex forecast = indexOf(u"Forecast"_s);
   ASSERT_TRUE(forecast.isValid());
   const QRect card = view_.visualRect(forecast);
-  EXPECT_TRUE(card.contains(view_.markRect(forecast.row())));
-  EXPECT_LT(view_.markRect(forecast.row()).bottom(), card.bottom() - CardLayout::kNameRow) << "at the picture";
+  constexpr int tileText = CardLayout::kPadding + 8;
+  const QRect box = view_.markRect(forecast.row());
+  EXPECT_TRUE(card.adjusted(0, -CardLayout::kGap, 0, 0).contains(box)) << "none of another card";
+  EXPECT_LT(box.bottom(), card.top() + tileText) << "it hides what the tile says";
   const QImage before = mark(u"Forecast"_s);
   QImage empty = before;
   empty.fill(before.pixelColor(0, 0));

@@ -257,11 +257,12 @@ TEST(PanelTips, LookLikeTheDocksAndGoWithThePointer) {
     QHelpEvent event(QEvent::ToolTip, {5, 5}, what.mapToGlobal(QPoint(5, 5)));
     QCoreApplication::sendEvent(&what, &event);
   };
-  const auto tip = [&pane] {
+  const auto bubble = [&pane]() -> const TipBubble* {
     for (const auto* each : pane.findChildren<TipBubble*>())
-      if (each->isVisible()) return each->text();
-    return QString();
+      if (each->isVisible()) return each;
+    return nullptr;
   };
+  const auto tip = [&] { return bubble() ? bubble()->text() : QString(); };
   ask(*control);
   EXPECT_EQ(tip(), QString()) << "it has none";
   for (const QString& words : {u"Stops it"_s, u"<b>R&amp;D</b> & \"co\""_s}) {
@@ -282,6 +283,18 @@ TEST(PanelTips, LookLikeTheDocksAndGoWithThePointer) {
     ASSERT_NE(tip(), QString());
     end();
     EXPECT_TRUE(waitFor([&] { return tip().isEmpty(); }));
+  }
+  // At the screen's side a tip stays on it, unless the desktop alone knows where that is.
+  control->show();
+  pane.move(pane.screen()->geometry().right() - pane.width() / 2, 200);
+  for (const bool knowsPlaces : {true, false}) {
+    PanelTip::install(knowsPlaces);
+    ask(*control);
+    ASSERT_TRUE(bubble());
+    const int beside = control->mapToGlobal(control->rect().center()).x();
+    EXPECT_EQ(std::abs(bubble()->geometry().center().x() - beside) <= 1, !knowsPlaces);
+    QTest::keyClick(&pane, Qt::Key_Tab);
+    EXPECT_TRUE(waitFor([&] { return !bubble(); }));
   }
   // What is no part of a panel or a window of ours keeps the toolkit's.
   QWidget plain;

@@ -187,6 +187,10 @@ TEST_F(RemoteTest, AHeadlineStaysWhileItIsFetchedAndAfterAFailure) {
   services.answer(2, u"14"_s);
   EXPECT_FALSE(values->reading(sales.id)->isLoading);
   EXPECT_EQ(values->reading(sales.id)->value.value, u"14"_s);
+  DockWidget unconnected = sales;
+  unconnected.options.clear();
+  show({unconnected});
+  EXPECT_FALSE(values->reading(sales.id)) << "what is connected to nothing shows what it was told before";
 }
 
 TEST_F(RemoteTest, TheLatestFetchAloneWrites) {

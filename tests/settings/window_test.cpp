@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "settings/SettingsFixture.h"
+#include "support/Wait.h"
 #include "views/controls/Buttons.h"
 #include "views/controls/Fields.h"
 #include "views/controls/Labels.h"
@@ -67,7 +68,7 @@ QStringList cutWords(const QWidget& window) {
 }
 
 TEST_F(SettingsWindowTest, EverySectionHasAHeadingAndNamesEveryControl) {
-  EXPECT_LE(window().minimumWidth(), 638) << "half of a small display";
+  EXPECT_LE(window().minimumWidth(), 508) << "half of the smallest display, within a frame";
   // With and without the words of its side bar.
   for (const int width : {720, window().minimumWidth()}) {
     SCOPED_TRACE(width);
@@ -111,6 +112,15 @@ TEST_F(SettingsWindowTest, WhereNobodyTellsWhoAsksForAttentionTheDockStillComesF
   ASSERT_TRUE(peep);
   EXPECT_TRUE(peep->isEnabled());
   EXPECT_TRUE(peep->accessibleDescription().startsWith(u"Nobody tells. Timers"_s));
+}
+
+TEST_F(SettingsWindowTest, ARowThatIsAskedForIsSeenAlsoWhereItDoesNotApply) {
+  store().edit([](DockConfiguration& config) { config.layout = DockLayout::Fixed; });
+  window().showSection(u"layout"_s, u"Hide delay"_s);
+  ASSERT_TRUE(waitFor([&] { return sees("Hide delay"); }));
+  EXPECT_FALSE(control<Slider>("Hide delay")->isEnabled());
+  window().showSection(u"appearance"_s, u"Widget spacing"_s);
+  EXPECT_TRUE(waitFor([&] { return sees("Widget spacing") && control<Slider>("Widget spacing")->hasFocus(); }));
 }
 
 TEST_F(SettingsWindowTest, ASearchLeavesWhatMatchesAndTellsWhereItIs) {

@@ -242,9 +242,10 @@ TEST(ClipboardTile, ShowsWhatWasCopiedLastOrWhatIsMissing) {
   const DockWidget tile = widget(u"clipboard"_s);
   sources.keepsClipboard = false;
   sources.readings.copied = ClipboardEntry{{}, ClipboardEntry::Kind::Text, u"secret"_s, {}, sources.now, false};
-  EXPECT_EQ(spoken(tile, sources), "N: Clipboard history is off") << "what was kept before is not shown";
-  sources.keepsClipboard = true;
+  EXPECT_EQ(spoken(tile, sources), "N: Paused. What you copy is not recorded.") << "what was kept before is not shown";
   sources.readings.copied.reset();
+  EXPECT_EQ(spoken(tile, sources), "N: Clipboard history is off");
+  sources.keepsClipboard = true;
   EXPECT_EQ(spoken(tile, sources), "N: Copy something to start your history.");
   sources.readings.clipboardProblem = u"It is broken."_s;
   EXPECT_EQ(spoken(tile, sources), "N: It is broken.");

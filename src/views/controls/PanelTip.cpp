@@ -25,11 +25,11 @@ bool hasLook(const QWidget& widget) {
   return false;
 }
 
-/// Above what it is about, where it hides nothing of the dock below a panel; below it at the screen's top edge.
-QRect placeOf(const QSize& size, const QRect& beside, const QRect& screen) {
+/// Above what it is about, where it hides nothing of the dock below a panel; below it where it would reach beyond
+/// `top`.
+QRect placeOf(const QSize& size, const QRect& beside, int top) {
   QRect place(QPoint(beside.center().x() - size.width() / 2, beside.top() - kTipGap - size.height()), size);
-  if (place.top() < screen.top()) place.moveTop(beside.bottom() + 1 + kTipGap);
-  place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() + 1 - size.width())));
+  if (place.top() < top) place.moveTop(beside.bottom() + 1 + kTipGap);
   return place;
 }
 
@@ -39,8 +39,10 @@ PanelTip::PanelTip(QObject* parent) : QObject(parent) { qApp->installEventFilter
 
 PanelTip* PanelTip::installed() { return qApp->findChild<PanelTip*>({}, Qt::FindDirectChildrenOnly); }
 
-void PanelTip::install() {
-  if (!installed()) new PanelTip(qApp);
+void PanelTip::install(bool knowsPlaces) {
+  PanelTip* tip = installed();
+  if (!tip) tip = new PanelTip(qApp);
+  tip->knowsPlaces_ = knowsPlaces;
 }
 
 void PanelTip::show(QWidget& widget, const QString& text, const QRect& part) {
@@ -107,9 +109,15 @@ void PanelTip::open(QWidget& widget, const QString& text, const QRect& part) {
   bubble_->setText(text);
   const QMargins around = bubble_->margins();
   const QRect beside(widget.mapToGlobal(part.topLeft()), part.size());
-  const QScreen* screen = widget.screen();
   const QSize pane = bubble_->sizeHint().shrunkBy(around);
-  bubble_->setGeometry(placeOf(pane, beside, screen ? screen->geometry() : QRect()).marginsAdded(around));
+  // A panel has no frame, and is where it was put.
+  const bool isPlaced = knowsPlaces_ || widget.window()->windowFlags().testFlag(Qt::FramelessWindowHint);
+  const QScreen* on = widget.screen();
+  const QRect screen = isPlaced && on ? on->geometry() : QRect();
+  QRect place = placeOf(pane, beside, screen.isEmpty() ? widget.window()->geometry().top() : screen.top());
+  if (!screen.isEmpty())
+    place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() + 1 - pane.width())));
+  bubble_->setGeometry(place.marginsAdded(around));
   bubble_->show();
   if (fade_) fade_->in();
 }

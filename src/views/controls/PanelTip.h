@@ -18,8 +18,9 @@ class WindowFade;
 class PanelTip final : public QObject {
   Q_OBJECT
  public:
-  /// From now on tips are these, for as long as the application lives. Without it they stay the toolkit's.
-  static void install();
+  /// From now on tips are these, for as long as the application lives. Without it they stay the toolkit's. Where the
+  /// desktop alone knows where windows are (`knowsPlaces` is false), it also sees to it that tips stay on the screen.
+  static void install(bool knowsPlaces = true);
   /// Shows a tip of a part of `widget`, in its coordinates; an empty text takes away what is seen.
   static void show(QWidget& widget, const QString& text, const QRect& part);
   /// For a list whose items have tips: whether the event asks for one, which is then shown.
@@ -41,6 +42,7 @@ class PanelTip final : public QObject {
   QPointer<WindowFade> fade_;     // Owned by the bubble; null where nothing composites.
   QPointer<const QObject> what_;  ///< The widget that it is about.
   QRect part_;
+  bool knowsPlaces_ = true;
 };
 
 }  // namespace tarnwick

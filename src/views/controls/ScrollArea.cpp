@@ -7,6 +7,7 @@
 #include "views/controls/ControlLook.h"
 #include "views/controls/ControlTheme.h"
 #include "views/theme/Glass.h"
+#include "views/theme/WindowPalette.h"
 
 namespace tarnwick {
 
@@ -27,6 +28,37 @@ class Thumb final : public QWidget {
   }
 };
 
+constexpr int kEdge = 40;
+constexpr int kArrow = 14;
+
+/// An edge behind which the content goes on.
+class Edge final : public QWidget {
+ public:
+  Edge(bool isLower, QWidget* parent) : QWidget(parent), isLower_(isLower) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const ControlLook& look = lookOf(*this);
+    const QColor ground = windowColors(!look.palette.light).body;
+    QLinearGradient fade(0, isLower_ ? 0 : height(), 0, isLower_ ? height() : 0);
+    fade.setColorAt(0, faded(ground, 0));
+    fade.setColorAt(0.7, ground);
+    painter.fillRect(rect(), fade);
+    if (!isLower_) return;
+    QRectF arrow(0, 0, kArrow, kArrow);
+    arrow.moveCenter({width() / 2.0, height() - kArrow / 2.0 - 2});
+    drawControlSymbol(painter, QStringLiteral("chevron.down"), arrow, look.palette.secondary);
+  }
+
+ private:
+  bool isLower_;
+};
+
 }  // namespace
 
 ScrollArea::ScrollArea(QWidget* parent) : QScrollArea(parent), thumb_(new Thumb(this)) {
@@ -45,6 +77,27 @@ ScrollArea::ScrollArea(QWidget* parent) : QScrollArea(parent), thumb_(new Thumb(
     thumb_->setVisible(verticalScrollBar()->maximum() > 0);
     stays_.start();
   });
+}
+
+void ScrollArea::setShowsMore(bool shows) {
+  if (shows == (below_ != nullptr)) return;
+  delete above_;
+  delete below_;
+  above_ = shows ? new Edge(false, this) : nullptr;
+  below_ = shows ? new Edge(true, this) : nullptr;
+  if (!shows) return;
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, below_, [this] { placeEdges(); });
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, below_, [this] { placeEdges(); });
+  placeEdges();
+}
+
+void ScrollArea::placeEdges() {
+  if (!below_) return;
+  const QScrollBar& bar = *verticalScrollBar();
+  above_->setGeometry(0, 0, width(), kEdge / 2);
+  below_->setGeometry(0, height() - kEdge, width(), kEdge);
+  above_->setVisible(bar.value() > bar.minimum());
+  below_->setVisible(bar.value() < bar.maximum());
 }
 
 void ScrollArea::setWidget(QWidget* content) {
@@ -68,6 +121,7 @@ QSize ScrollArea::sizeHint() const { return {width(), contentHeight(width())}; }
 void ScrollArea::resizeEvent(QResizeEvent* event) {
   QScrollArea::resizeEvent(event);
   moveThumb();
+  placeEdges();
 }
 
 void ScrollArea::moveThumb() {

@@ -14,6 +14,9 @@ class ScrollArea final : public QScrollArea {
 
   /// The content, through which what lies behind the area is seen: the toolkit would put a ground below it.
   void setWidget(QWidget* content);
+  /// For the page of a window, which nothing else parts from what is above and below it: its edges fade where it goes
+  /// on, the lower one under an arrow.
+  void setShowsMore(bool shows);
   /// The height that the content has in a width.
   int contentHeight(int width) const;
   QSize sizeHint() const override;
@@ -24,8 +27,11 @@ class ScrollArea final : public QScrollArea {
 
  private:
   void moveThumb();
+  void placeEdges();
 
   QWidget* thumb_;
+  QWidget* above_ = nullptr;  ///< The fading edges; null where there are none.
+  QWidget* below_ = nullptr;
   QTimer stays_;
 };
 

@@ -7,6 +7,7 @@
 
 #include "base/DomainError.h"
 #include "services/ProviderTable.h"
+#include "services/RemoteRules.h"
 #include "store/AppStore.h"
 #include "store/DocumentEdits.h"
 #include "views/controls/Buttons.h"
@@ -41,7 +42,8 @@ QString likelyConnection(const DockWidget& widget, const EditorField& connection
   if (widget.options.contains(option::connectionMode) || !widget.options.value(option::endpoint).isEmpty()) return {};
   if (providerFor(widget.kind)) return value::native;
   const QString last = connection.value.section(u',', -1);
-  return last == value::claudeActivity || last == value::geminiHistory ? last : QString();
+  const auto here = {value::claudeActivity, value::geminiHistory, value::codexLocal};
+  return std::ranges::any_of(here, [&last](QLatin1StringView each) { return last == each; }) ? last : QString();
 }
 
 /// A widget with the address that it asks, as far as that is known before all else is filled in.
@@ -144,9 +146,24 @@ void EditorWindow::addTry(Card& card) {
     const auto outcome = checked();
     return outcome ? std::optional(outcome->widget) : std::nullopt;
   };
-  try_ = new TryPart(services_.connections, {check, [this] { return credential_->typed(); }});
+  try_ = new TryPart(services_.connections,
+                     {check, [this] { return credential_->typed(); }, [this] { return missingStep(); }});
   card.add(try_);
   connect(try_, &TryPart::chosen, this, &EditorWindow::takeField);
+}
+
+/// What is to be done in this form before there is anything to try; empty where nothing is.
+QString EditorWindow::missingStep() const {
+  const DockWidget* widget = stored(store_, widget_);
+  if (!widget) return {};
+  const DockWidget now = edited(*widget);
+  if (connection() == value::claudeActivity && !ClaudeActivityConnect::isInstalled(now))
+    return LibraryWords::tr("Install the activity hooks first.");
+  if (connection() == value::geminiHistory && now.options.value(option::historyDirectory).isEmpty())
+    return LibraryWords::tr("Choose the history to read first.");
+  const bool isAddress = connection().value_or(QString()).isEmpty();
+  if (isAddress && now.options.value(option::endpoint).isEmpty()) return LibraryWords::tr("Enter an address first.");
+  return {};
 }
 
 /// Where the service of this kind wants one.
@@ -182,7 +199,7 @@ void EditorWindow::storeHooks(const DockWidget& widget) {
   for (const auto& line : lines_)
     if (line->field.key == option::connectionMode) line->touched = false;
   services_.edits.update(widget);
-  store_.refresh(widget);
+  if (RemoteRules::isSetUp(widget)) store_.refresh(widget);
 }
 
 /// A field was chosen from an answer.
@@ -223,6 +240,8 @@ void EditorWindow::take() {
 /// Whether anything was entered for the connection that the form suggests.
 bool EditorWindow::isServiceTouched() const {
   if ((credential_ && credential_->isTouched()) || (signIn_ && signIn_->isTouched())) return true;
+  // This one needs nothing to be entered. Whoever names the tile means no connection.
+  if (connection() == value::codexLocal && !titleTouched_) return true;
   return std::ranges::any_of(lines_, [this](const auto& line) {
     return line->touched && line->field.onlyIn && !line->field.onlyIn->isEmpty() && isThere(*line);
   });

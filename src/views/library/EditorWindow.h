@@ -73,6 +73,7 @@ class EditorWindow final : public AppWindow {
   void storeAll();
   Line* credentialLine();
   void addTry(Card& card);
+  QString missingStep() const;
   void addSignIn(Card& card);
   void addHooks(Card& card);
   void storeHooks(const DockWidget& widget);

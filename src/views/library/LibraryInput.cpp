@@ -28,7 +28,7 @@ constexpr int kButtonHeight = 26;
 int LibraryView::activeRow() const { return hovered_ >= 0 ? hovered_ : currentIndex().row(); }
 
 void LibraryView::updateCard(int row) {
-  if (row >= 0) viewport()->update(cardRect(row));
+  if (row >= 0) viewport()->update(cardRect(row).united(markRect(row)));
 }
 
 void LibraryView::setHovered(int row) {

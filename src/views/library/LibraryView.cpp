@@ -210,16 +210,16 @@ QRect LibraryView::cardRect(int row) const {
   return QStyle::visualRect(layoutDirection(), viewport()->rect(), layout_.cards[row]).translated(0, -verticalOffset());
 }
 
-/// In the corner at the picture's end, whatever the row of the name says.
+/// On the card's upper edge, at the picture's end: the tile's uppermost line stays free.
 QRect LibraryView::markRect(int row) const {
   constexpr int height = 18;
-  constexpr int inset = 6;
+  constexpr int inset = 10;
   const QString mark = markOf(row);
   if (mark.isEmpty()) return {};
   const QRect card = cardRect(row);
   const int width = std::min(wordWidth(mark, TextStyle::Caption) + height, card.width() - inset * 2);
   const int left = isRightToLeft() ? card.left() + inset : card.right() + 1 - inset - width;
-  return {left, card.top() + inset, width, height};
+  return {left, card.top() - height / 2 + 3, width, height};
 }
 
 QRect LibraryView::visualRect(const QModelIndex& index) const {

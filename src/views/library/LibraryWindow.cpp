@@ -29,7 +29,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kSize(1184, 744);
-constexpr QSize kLeastSize(640, 320);
+constexpr QSize kLeastSize(480, 320);  // Half of the smallest display, beside another window.
+constexpr int kWholeSide = 640;        // From this width on there is space for words in the side bar.
 constexpr int kSideRow = 29;
 constexpr int kTop = 16;
 constexpr int kFieldHeight = 36;
@@ -139,6 +140,13 @@ void LibraryWindow::addSearchKeys() {
 void LibraryWindow::showEvent(QShowEvent* event) {
   AppWindow::showEvent(event);
   if (!focusWidget()) field_->setFocus(Qt::OtherFocusReason);
+}
+
+/// In a narrow window the side bar shows its symbols alone.
+void LibraryWindow::resizeEvent(QResizeEvent* event) {
+  AppWindow::resizeEvent(event);
+  const bool isWhole = width() >= kWholeSide;
+  side_->parentWidget()->setFixedWidth(isWhole ? theme::kSideWidth : theme::kSideSymbolRow + theme::kSidePadding * 2);
 }
 
 /// Wherever the keyboard is, the first Escape ends a search and the next one closes the window.

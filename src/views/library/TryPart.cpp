@@ -100,6 +100,7 @@ void TryPart::ask() {
   const auto widget = form_.check();
   if (!widget) return;
   forget();
+  if (const QString missing = form_.missing(); !missing.isEmpty()) return say(missing, true);
   asked_ = edited_;
   stop_ = std::stop_source();
   const std::stop_token stop = stop_.get_token();

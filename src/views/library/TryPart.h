@@ -29,6 +29,8 @@ class TryPart final : public QWidget {
     std::function<std::optional<DockWidget>()> check;
     /// The credential that is typed; absent where the one that is kept counts.
     std::function<std::optional<QString>()> credential;
+    /// A sentence about what is to be done in the form before there is anything to try; empty where nothing is.
+    std::function<QString()> missing;
   };
   /// `connections` outlives it.
   TryPart(Connections& connections, Form form);

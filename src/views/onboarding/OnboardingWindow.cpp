@@ -113,7 +113,9 @@ int OnboardingWindow::page() const { return pages_->currentIndex(); }
 
 void OnboardingWindow::addPage() {
   // A screen that is too small for a page scrolls it.
-  pages_->addWidget(new ScrollArea);
+  auto* area = new ScrollArea;
+  area->setShowsMore(true);
+  pages_->addWidget(area);
 }
 
 QWidget* OnboardingWindow::makePage(int page) {

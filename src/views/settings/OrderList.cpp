@@ -118,7 +118,7 @@ class OrderList::Painter final : public QStyledItemDelegate {
     if (item.isFaint && !look.palette.highContrast) painter->setOpacity(kFaint);
     paintWords(*painter, row, item, index, look);
     painter->setOpacity(1);
-    if (list_.showsActions(index)) paintActions(*painter, index, look);
+    if (list_.hasActions(index)) paintActions(*painter, index, look);
     painter->restore();
   }
 
@@ -144,9 +144,10 @@ class OrderList::Painter final : public QStyledItemDelegate {
     }
     if (list_.isPersistentEditorOpen(index)) return;  // Its field takes the place of the words.
     int right = row.width() - theme::kCardPadding;
-    if (list_.showsActions(index)) {
+    if (list_.hasActions(index)) {
       right -= static_cast<int>(list_.actions_.size()) * kAction;
-    } else if (!item.value.isEmpty()) {
+    }
+    if (!list_.showsActions(index) && !item.value.isEmpty()) {
       const int width = static_cast<int>(std::ceil(TextLine(item.value, TextStyle::Caption).width()));
       drawTextIn(painter, place(right - width, width, 0.5), item.value, TextStyle::Caption,
                  look.palette.accentWord(look.accent), mirrored ? Qt::AlignLeft : Qt::AlignRight);
@@ -166,13 +167,14 @@ class OrderList::Painter final : public QStyledItemDelegate {
 
   void paintActions(QPainter& painter, const QModelIndex& index, const ControlLook& look) const {
     const QPoint pointer = list_.viewport()->mapFromGlobal(QCursor::pos());
+    const QColor& color = list_.showsActions(index) ? look.palette.primary : look.palette.secondary;
     for (qsizetype i = 0; i < list_.actions_.size(); ++i) {
       const QRectF box = list_.actionRect(index, i);
       if (box.contains(pointer) && list_.viewport()->underMouse())
         drawRounded(painter, box.adjusted(1, 1, -1, -1), theme::kSegmentCorner, look.palette.buttonHover);
       QRectF mark(0, 0, kActionSymbol, kActionSymbol);
       mark.moveCenter(box.center());
-      drawControlSymbol(painter, list_.actions_[i].symbol, mark, look.palette.primary);
+      drawControlSymbol(painter, list_.actions_[i].symbol, mark, color);
     }
   }
 
@@ -264,6 +266,10 @@ void OrderList::currentChanged(const QModelIndex& current, const QModelIndex& pr
 
 // --- Pointer and keys -----------------------------------------------------------------------------------------------
 
+/// Whether there are buttons in a row now: a person must see that something can be done to it.
+bool OrderList::hasActions(const QModelIndex& index) const { return actions_.size() == 1 || showsActions(index); }
+
+/// Whether the row is the one that is dealt with.
 bool OrderList::showsActions(const QModelIndex& index) const {
   if (actions_.isEmpty() || !index.isValid()) return false;
   const bool under =
@@ -272,7 +278,9 @@ bool OrderList::showsActions(const QModelIndex& index) const {
 }
 
 QRect OrderList::actionRect(const QModelIndex& index, qsizetype action) const {
-  const QRect row = visualRect(index);
+  // The view remembers how wide the row once was.
+  const QRect known = visualRect(index);
+  const QRect row(0, known.top(), viewport()->width(), known.height());
   const int fromEnd = static_cast<int>(actions_.size() - action) * kAction + theme::kCardPadding - theme::kRowGap / 2;
   const QRect box(row.right() + 1 - fromEnd, row.top() + (row.height() - kAction) / 2, kAction, kAction);
   return QStyle::visualRect(layoutDirection(), row, box);

@@ -31,7 +31,8 @@ struct OrderAction {
 };
 
 /// Things in an order that the user makes: rows are dragged, or moved by Alt and the arrow keys. Return or a double
-/// click opens one. Its buttons show in the row that is under the pointer or has the keyboard. Wants to be as high as
+/// click opens one. Its buttons show in the row that is under the pointer or has the keyboard; a single one is in every
+/// row, faint at rest. Wants to be as high as
 /// its rows, up to a number of them; where there are more, the edge behind which it goes on fades.
 class OrderList final : public QListView, public ItemActions {
   Q_OBJECT
@@ -86,6 +87,7 @@ class OrderList final : public QListView, public ItemActions {
   class Painter;
 
   QString idAt(const QModelIndex& index) const;
+  bool hasActions(const QModelIndex& index) const;
   bool showsActions(const QModelIndex& index) const;
   int rowHeight() const;
   QString spoken(const OrderItem& item) const;

@@ -41,8 +41,11 @@ QWidget* buttonLine(const QList<QWidget*>& buttons) {
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(theme::kCardPadding, theme::kRowOverhang, theme::kCardPadding, theme::kRowOverhang);
   row->setSpacing(theme::kRowOverhang);
-  for (QWidget* button : buttons) row->addWidget(button);
-  row->addStretch(1);
+  for (QWidget* each : buttons) {
+    const auto* label = qobject_cast<const QLabel*>(each);
+    row->addWidget(each, label && label->wordWrap() ? 1 : 0);
+  }
+  if (!qobject_cast<QLabel*>(buttons.constLast())) row->addStretch(1);
   return line;
 }
 
@@ -158,8 +161,8 @@ class ProfilesPage final : public SettingsPage {
     addOther(card, form_, SettingsWords::tr("Rules schedule days time automatic"));
     auto* add = new Button(SettingsWords::tr("Add Rule"));
     add->setSymbol(u"plus"_s);
-    auto* note = new TextLabel(SettingsWords::tr("The first matching rule applies; if none, nothing changes."),
-                               TextStyle::Caption, Tone::Secondary);
+    auto* note = makeSentence(SettingsWords::tr("The first matching rule applies; if none, nothing changes."),
+                              TextStyle::Caption, Tone::Secondary);
     addOther(card, buttonLine({add, note}), SettingsWords::tr("Add Rule rules schedule days time automatic"));
     auto* focus = new FormRow(
         SettingsWords::tr("Focus"), nullptr,

@@ -175,14 +175,16 @@ const SettingsPage::Row* SettingsPage::rowCalled(const QString& label) const {
   return at == rows_.end() ? nullptr : &*at;
 }
 
-void SettingsPage::showRow(const QString& label) {
+bool SettingsPage::showRow(const QString& label) {
   const Row* row = rowCalled(label);
-  if (!row || row->widget->isHidden()) return;
+  if (!row || row->widget->isHidden()) return false;
   reveal(row->widget);
   for (QWidget* part : row->widget->findChildren<QWidget*>()) {
     if (!part->isVisible() || !part->isEnabled() || (part->focusPolicy() & Qt::TabFocus) == 0) continue;
-    return part->setFocus(Qt::TabFocusReason);
+    part->setFocus(Qt::TabFocusReason);
+    break;
   }
+  return true;
 }
 
 std::optional<bool> SettingsPage::turnSwitch(const QString& label) {

@@ -82,8 +82,9 @@ class SettingsPage : public CardPage {
   /// Turns the switch in the first row of that label as a click does, and gives how it stands then. Nothing where there
   /// is none or it is of no use at the moment.
   std::optional<bool> turnSwitch(const QString& label);
-  /// Scrolls to the first row of that label and gives the keyboard to what can be set or pressed in it.
-  void showRow(const QString& label);
+  /// Scrolls to the first row of that label and gives the keyboard to what can be set or pressed in it. Gives whether
+  /// it is there to be seen.
+  bool showRow(const QString& label);
   void refresh();
 
  protected:

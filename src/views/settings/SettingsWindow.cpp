@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kWindow{848, 720};
-constexpr QSize kLeast{600, 320};  // Half of a small display has space for it.
+constexpr QSize kLeast{480, 320};  // Half of the smallest display, beside another window, has space for it.
 constexpr int kWholeSide = 720;    // From this width on there is space for words in the side bar.
 constexpr int kRow = 32;
 
@@ -112,7 +112,12 @@ void SettingsWindow::showSection(const QString& section, const QString& label) {
   if (label.isEmpty()) return;
   // Once a window that has only just been made is laid out.
   QMetaObject::invokeMethod(
-      page(section), [page = page(section), label] { page->showRow(label); }, Qt::QueuedConnection);
+      this,
+      [this, page = page(section), label] {
+        // A row that does not apply now a search finds, and it says what it is for.
+        if (!page->showRow(label)) field_->setText(label);
+      },
+      Qt::QueuedConnection);
 }
 
 QString SettingsWindow::section() const { return side_->chosen(); }

@@ -43,6 +43,13 @@ void say(TextLabel& label, const QString& text) {
   label.setAccessibleName(text);
 }
 
+constexpr int kLeastWords = 200;  ///< What the words of a row have beside its control, at least.
+
+/// What a control is never narrower than beside the words of its row.
+int leastWidth(const QWidget& control) {
+  return std::clamp(control.sizeHint().width(), control.minimumWidth(), control.maximumWidth());
+}
+
 TextLabel* makeHelp(const QString& text, Tone tone) {
   auto* label = makeSentence({}, TextStyle::Caption, tone);
   say(*label, text);
@@ -100,7 +107,10 @@ FormRow::FormRow(const QString& label, QWidget* control, const QString& help, bo
     words->insertStretch(0, 1);
     words->addStretch(1);
     row->addLayout(words, 1);
-    if (control) row->addWidget(control, 0, Qt::AlignVCenter);
+    if (control) {
+      row->addWidget(control, 0, Qt::AlignVCenter);
+      line_ = row;
+    }
     column->addLayout(row, 1);
   }
   column->addWidget(fault_);
@@ -116,6 +126,33 @@ FormRow::FormRow(const QString& label, QWidget* control, const QString& help, bo
       each->setAccessibleDescription(label);
   if (control->accessibleDescription().isEmpty()) control->setAccessibleDescription(help);
   if (qobject_cast<QAbstractSlider*>(control)) control->installEventFilter(this);
+}
+
+QSize FormRow::minimumSizeHint() const {
+  const QSize least = QWidget::minimumSizeHint();
+  if (!line_) return least;
+  const QMargins around = layout()->contentsMargins();
+  return {std::max(kLeastWords, leastWidth(*control_)) + around.left() + around.right(), least.height()};
+}
+
+bool FormRow::event(QEvent* event) {
+  const bool isKnown = QWidget::event(event);
+  if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest) fit();
+  return isKnown;
+}
+
+/// Words of which only a few are left in a line, beside a wide control, read worse than above it.
+void FormRow::fit() {
+  if (!line_) return;
+  const QMargins around = layout()->contentsMargins();
+  const int beside = width() - around.left() - around.right() - theme::kCardPadding - leastWidth(*control_);
+  const bool isNarrow = beside < std::max(title_->sizeHint().width(), helpLabel_->isHidden() ? 0 : kLeastWords);
+  const auto direction = isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+  if (line_->direction() == direction) return;
+  line_->setDirection(direction);
+  line_->setSpacing(isNarrow ? theme::kCardRowPadding : theme::kCardPadding);
+  line_->setAlignment(control_, isNarrow ? Qt::AlignLeading : Qt::AlignVCenter);
+  updateGeometry();
 }
 
 bool FormRow::eventFilter(QObject* watched, QEvent* event) {

@@ -4,6 +4,7 @@
 
 #include "views/controls/ControlLook.h"
 
+class QBoxLayout;
 class QVBoxLayout;
 
 namespace tarnwick {
@@ -15,8 +16,9 @@ bool matchesSearch(const QString& said, const QString& search);
 /// A sentence that wraps.
 class TextLabel* makeSentence(const QString& text, TextStyle style, Tone tone);
 
-/// A setting in a card: its label, a sentence of help below it, its control at the right. A wide control is on a
-/// line of its own below both. The control is named after the label for screen readers, unless it has a name already.
+/// A setting in a card: its label, a sentence of help below it, its control at the right, or below both where the row
+/// is too narrow. A wide control is always on a line of its own below both. The control is named after the label for
+/// screen readers, unless it has a name already.
 class FormRow final : public QWidget {
   Q_OBJECT
  public:
@@ -39,19 +41,24 @@ class FormRow final : public QWidget {
   QString said() const { return label_ + u' ' + help_ + u' ' + words_.join(u' '); }
   /// Whether all the words of `search` occur in what the row says, whatever their case and accents.
   bool matches(const QString& search) const;
+  /// That of its narrow form.
+  QSize minimumSizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   FormRow(const QString& label, QWidget* control, const QString& help, bool isWide, QWidget* parent);
   void showHelp(const QString& text);
+  void fit();
 
   QString label_;
   QString help_;
   QString unavailable_;
   QStringList words_;
   QWidget* control_;
+  QBoxLayout* line_ = nullptr;  ///< The words and the control beside each other; null without such a control.
   class TextLabel* title_;
   class TextLabel* helpLabel_;
   class TextLabel* fault_;

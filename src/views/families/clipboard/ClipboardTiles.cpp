@@ -39,6 +39,9 @@ TileContent makeClipboard(const TileRequest& request) {
   } else if (sources.keepsClipboard) {
     content.word = TileWords::tr("Empty");
     content.sentence = TileWords::tr("Copy something to start your history.");
+  } else if (copied) {
+    content.word = TileWords::tr("Paused");
+    content.sentence = TileWords::tr("Paused. What you copy is not recorded.");
   } else {
     content.word = TileWords::tr("Off");
     content.sentence = TileWords::tr("Clipboard history is off");
