@@ -11,8 +11,8 @@
 
 namespace tarnwick {
 
-/// The index of names as searches use it: mapped by the first of them, and again when a newer one has taken its place.
-/// Any thread may use it.
+/// The index of names as searches use it: mapped and in memory with the first call of get(), and again when a newer one
+/// has taken its place. Any thread may use it.
 class MappedNames {
  public:
   /// At most so many folders are looked at before the others.
@@ -26,7 +26,8 @@ class MappedNames {
   /// `root`: see NameIndex::open.
   MappedNames(QString file, QByteArray root) : file_(std::move(file)), root_(std::move(root)) {}
 
-  /// Null where there is no index, or it is damaged, and while it is closed, as at the beginning.
+  /// Null where there is no index, or it is damaged, and while it is closed, as at the beginning. The first call takes
+  /// its time; others that come meanwhile wait for it.
   std::shared_ptr<const Names> get();
   void open();
   /// Gives what is mapped, so that the caller chooses the thread on which the system takes its time to take it back. A
@@ -36,7 +37,8 @@ class MappedNames {
  private:
   const QString file_;
   const QByteArray root_;
-  std::mutex mutex_;  ///< For all that follows.
+  std::mutex mapping_;  ///< Held while it is mapped, never on the main thread.
+  std::mutex mutex_;    ///< For all that follows.
   bool isOpen_ = false;
   std::shared_ptr<const Names> names_;
   std::optional<DurableFile::Stamp> stamp_;  ///< Of the file that is mapped.

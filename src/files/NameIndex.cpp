@@ -281,6 +281,17 @@ bool NameIndex::isSound() const {
   return sum == header.sum;
 }
 
+void NameIndex::warm() const {
+  auto* const begin = const_cast<std::byte*>(begin_);
+#ifdef MADV_POPULATE_READ
+  if (::madvise(begin, size_, MADV_POPULATE_READ) == 0) return;
+#endif
+  // Linux before 5.14: read ahead, then page by page.
+  ::madvise(begin, size_, MADV_WILLNEED);
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  for (std::size_t at = 0; at < size_; at += page) static_cast<void>(*static_cast<volatile std::byte*>(begin + at));
+}
+
 void NameIndex::forgetRead() const { ::madvise(const_cast<std::byte*>(begin_), size_, MADV_DONTNEED); }
 
 NameIndex::Entry NameIndex::entry(quint32 place) const {

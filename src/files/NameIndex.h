@@ -84,6 +84,8 @@ class NameIndex {
   bool isWhole() const { return isWhole_; }
   /// Whether the file is as it was written. Reads all of it.
   bool isSound() const;
+  /// Has all of it in memory, so that a search waits for no page of it.
+  void warm() const;
   /// Gives back the memory of what was read so far; what is asked for again comes back from the system's own.
   void forgetRead() const;
 

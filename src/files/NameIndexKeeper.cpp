@@ -165,7 +165,14 @@ void NameIndexKeeper::begin() {
   ++opening_;
   stop_ = std::stop_source();
   names_->open();
+  prepareNames();
   lookAround(true);
+}
+
+// Before anybody has written anything, so that the first search finds it in memory. At an ordinary priority: a search
+// waits for it.
+void NameIndexKeeper::prepareNames() {
+  Background::run(Background::Lane::Reading, [names = names_] { names->get(); });
 }
 
 void NameIndexKeeper::end() {
@@ -206,7 +213,9 @@ void NameIndexKeeper::walk(bool isWhole) {
     if (opening != opening_) return;
     setGrowing(false);
     // Other folders are the newest now.
-    if (walked.hasWritten) lookAround(false);
+    if (!walked.hasWritten) return;
+    prepareNames();
+    lookAround(false);
   });
 }
 

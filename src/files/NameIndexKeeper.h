@@ -66,6 +66,7 @@ class NameIndexKeeper final : public QObject {
 
   void begin();
   void end();
+  void prepareNames();
   void lookAround(bool isBeforeWalk);
   void walk(bool isWhole);
   void took(std::shared_ptr<NameWatch> watch);
