@@ -197,4 +197,11 @@
         <translation>Turn on accessibility in the desktop’s settings to read Zoom’s meeting controls.</translation>
     </message>
 </context>
+<context>
+    <name>AppAudioHardware</name>
+    <message>
+        <source>%1 failed (%2). Check System Audio Recording access and the selected output device.</source>
+        <translation>%1 failed (%2). Check access to PipeWire and the selected output device.</translation>
+    </message>
+</context>
 </TS>
