@@ -216,4 +216,11 @@
         <translation>System media is unavailable on this desktop. Connect a player directly.</translation>
     </message>
 </context>
+<context>
+    <name>AppAudioHardware</name>
+    <message>
+        <source>%1 failed (%2). Check System Audio Recording access and the selected output device.</source>
+        <translation>%1 failed (%2). Check access to PipeWire and the selected output device.</translation>
+    </message>
+</context>
 </TS>

@@ -1,15 +1,9 @@
 #include "windows/WindowReservationJournal.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QSet>
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <system_error>
-
-#include "base/DomainError.h"
-#include "base/SmallFile.h"
 
 namespace tarnwick {
 namespace {
@@ -37,92 +31,49 @@ bool areValid(const QList<WindowReservation>& records) {
 }  // namespace
 
 WindowReservationJournal::WindowReservationJournal(const QString& directory, std::chrono::milliseconds patience)
-    : url_(QDir(directory).filePath(kFileName)), lock_(directory), patience_(patience) {
-  try {
-    const auto held = hold();
-    open();
-  } catch (const DomainError&) {
-    // Another process works on it: each operation looks again, and says so itself.
-  }
-}
-
-HandoverLock::Hold WindowReservationJournal::hold() {
-  auto held = lock_.take(patience_);
-  if (!held) throw DomainError::invalid(JournalWords::tr("Another process is putting windows back. Try again."));
-  return std::move(*held);
-}
-
-/// What another process may have made of the file.
-void WindowReservationJournal::readAgain() {
-  if (error_ || DurableFile::stamp(url_) != stamp_) open();
-  if (error_) throw DomainError::invalid(*error_);
-}
-
-void WindowReservationJournal::open() {
-  error_.reset();
-  records_.clear();
-  stamp_ = DurableFile::stamp(url_);
-  const auto bytes = SmallFile::read(url_, kMostBytes);
-  if (!bytes) {
-    const int reason = errno;
-    if (reason == ENOENT) return;
-    error_ = reason == EFBIG ? JournalWords::tr("Window recovery journal is too large.")
-                             : QString::fromLocal8Bit(std::generic_category().message(reason).c_str());
-    return;
-  }
-  try {
-    auto records = RecordCodec::fromBytes<QList<WindowReservation>>(*bytes);
-    if (areValid(records))
-      records_ = std::move(records);
-    else
-      error_ = JournalWords::tr("Invalid window recovery journal.");
-  } catch (const DomainError& failure) {
-    error_ = failure.message();
-  }
-}
-
-void WindowReservationJournal::write(const QList<WindowReservation>& records) {
-  DurableFile::write(RecordCodec::toBytes(records), url_);
-  stamp_ = DurableFile::stamp(url_);
-  records_ = records;
-}
+    : journal_({.directory = directory,
+                .name = kFileName,
+                .mostBytes = kMostBytes,
+                .patience = patience,
+                .busy = JournalWords::tr("Another process is putting windows back. Try again."),
+                .tooLarge = JournalWords::tr("Window recovery journal is too large."),
+                .invalid = JournalWords::tr("Invalid window recovery journal.")},
+               &areValid) {}
 
 QList<WindowReservation> WindowReservationJournal::prepare(const QList<WindowReservation>& reservations) {
-  const auto held = hold();
-  readAgain();
   QList<WindowReservation> stored = reservations;
-  QList<WindowReservation> records = records_;
-  for (WindowReservation& each : stored) {
-    const auto before = std::ranges::find(records, each.key(), &WindowReservation::key);
-    if (before != records.end()) {
-      const bool isOurs = WindowReservation::near(each.original, before->adjusted) ||
-                          WindowReservation::near(each.original, before->original);
-      if (isOurs) each.original = before->original;
-      records.erase(before);
+  journal_.change([&stored](QList<WindowReservation> records) {
+    for (WindowReservation& each : stored) {
+      const auto before = std::ranges::find(records, each.key(), &WindowReservation::key);
+      if (before != records.end()) {
+        const bool isOurs = WindowReservation::near(each.original, before->adjusted) ||
+                            WindowReservation::near(each.original, before->original);
+        if (isOurs) each.original = before->original;
+        records.erase(before);
+      }
+      records.append(each);
     }
-    records.append(each);
-  }
-  if (records.size() > kMostRecords) throw DomainError::invalid(JournalWords::tr("Too many windows were moved."));
-  write(records);
+    if (records.size() > kMostRecords) throw DomainError::invalid(JournalWords::tr("Too many windows were moved."));
+    return records;
+  });
   return stored;
 }
 
 void WindowReservationJournal::recover(const Read& read, const Apply& apply) {
-  const auto held = hold();
-  readAgain();
-  if (records_.isEmpty()) return;
-  QList<WindowReservation> kept;
-  for (const WindowReservation& record : records_) {
-    const ReservationWindowState state = read(record);
-    if (state.known == ReservationWindowState::Known::Gone) continue;
-    if (state.known == ReservationWindowState::Known::Frame) {
-      const bool isOurs = WindowReservation::near(state.frame, record.adjusted) ||
-                          WindowReservation::near(state.frame, record.original);
-      if (!isOurs || apply(record)) continue;
+  journal_.change([&](const QList<WindowReservation>& records) {
+    QList<WindowReservation> kept;
+    for (const WindowReservation& record : records) {
+      const ReservationWindowState state = read(record);
+      if (state.known == ReservationWindowState::Known::Gone) continue;
+      if (state.known == ReservationWindowState::Known::Frame) {
+        const bool isOurs = WindowReservation::near(state.frame, record.adjusted) ||
+                            WindowReservation::near(state.frame, record.original);
+        if (!isOurs || apply(record)) continue;
+      }
+      kept.append(record);
     }
-    kept.append(record);
-  }
-  if (kept != records_) write(kept);
+    return kept;
+  });
 }
 
 }  // namespace tarnwick

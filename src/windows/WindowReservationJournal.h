@@ -6,8 +6,7 @@
 #include <optional>
 #include <variant>
 
-#include "base/DurableFile.h"
-#include "base/HandoverLock.h"
+#include "base/RecoveryJournal.h"
 #include "windows/WindowReservation.h"
 
 namespace tarnwick {
@@ -21,8 +20,7 @@ struct ReservationWindowState {
 };
 
 /// The windows that are not where their users left them, on the disk before the first of them is moved. A file that
-/// cannot be understood is never overwritten: it may be all that is left of somebody's windows. Other processes work on
-/// the same file; whoever comes second reads it anew, under the lock. Belongs to one thread.
+/// cannot be understood is never overwritten: it may be all that is left of somebody's windows. Belongs to one thread.
 class WindowReservationJournal {
  public:
   static constexpr qint64 kMostBytes = 1'000'000;
@@ -38,10 +36,10 @@ class WindowReservationJournal {
   /// process that works on it is waited for.
   explicit WindowReservationJournal(const QString& directory, std::chrono::milliseconds patience);
 
-  const QString& url() const { return url_; }
-  const QList<WindowReservation>& records() const { return records_; }
+  const QString& url() const { return journal_.path(); }
+  const QList<WindowReservation>& records() const { return journal_.records(); }
   /// Why the journal must not be touched.
-  const std::optional<QString>& error() const { return error_; }
+  const std::optional<QString>& error() const { return journal_.error(); }
 
   /// Writes down that a window is about to be moved, and returns the record that was stored: a window that was moved
   /// before goes back to where it stood before the first time, unless its user has moved it since. Throws DomainError;
@@ -55,17 +53,7 @@ class WindowReservationJournal {
   void recover(const Read& read, const Apply& apply);
 
  private:
-  HandoverLock::Hold hold();
-  void readAgain();
-  void open();
-  void write(const QList<WindowReservation>& records);
-
-  QString url_;
-  HandoverLock lock_;
-  std::chrono::milliseconds patience_;
-  QList<WindowReservation> records_;
-  std::optional<QString> error_;
-  std::optional<DurableFile::Stamp> stamp_;  ///< Of the file that `records_` are of.
+  RecoveryJournal<WindowReservation> journal_;
 };
 
 }  // namespace tarnwick
