@@ -7,15 +7,15 @@
 #include "base/Scheduler.h"
 #include "clipboard/ports/Pasteboard.h"
 #include "desktop/ClientWindows.h"
+#include "platform/wayland/DataControl.h"
 #include "platform/wayland/PipeTransfers.h"
-#include "platform/wayland/WaylandSession.h"
 
 namespace tarnwick {
 
 /// The clipboard through data control, which tells of every change, with or without a window of ours. Types and content
 /// come from the same offer, so that no other program is ever asked. Which program copied is not told: it is taken for
 /// that of the window that is active when the news comes. Why the clipboard is empty is not told either.
-class WaylandPasteboard final : public Pasteboard {
+class WaylandPasteboard final : public Pasteboard, private DataControl::Watcher {
   Q_OBJECT
  public:
   /// What it is made with must outlive it.
@@ -37,35 +37,30 @@ class WaylandPasteboard final : public Pasteboard {
   void clear() override;
 
  private:
-  class Offer;
-  class Source;
+  struct Given;
   struct Question;
 
-  void offered(zwlr_data_control_offer_v1* offer);
-  void selected(zwlr_data_control_offer_v1* offer);
-  void finished();
-  void send(const PasteboardOffer& offer, const QString& type, FileDescriptor into);
-  void ended(const Source* source);
+  void selected(std::unique_ptr<DataControl::Offer> offer, bool isNews) override;
+  void ended() override;
+  void send(const DataControl::Source& source, const QString& type, FileDescriptor into) override;
+  void cancelled(const DataControl::Source& source) override;
+  bool isThere() const { return control_ && control_->isThere(); }
   void endReadings();
   void sweep();
 
   const WaylandSession& session_;
   const ClientWindows& windows_;
   Scheduler& scheduler_;
-  WaylandOwned<zwlr_data_control_manager_v1> manager_;
-  WaylandOwned<zwlr_data_control_device_v1> device_;
-  std::vector<std::unique_ptr<Offer>> coming_;  ///< Announced, and not what is on the clipboard yet.
-  std::unique_ptr<Offer> offer_;
-  std::vector<std::unique_ptr<Source>> sources_;  ///< The latest is ours to give.
+  std::unique_ptr<DataControl> control_;  ///< Null where the compositor has no such thing.
+  std::unique_ptr<DataControl::Offer> offer_;
+  std::vector<Given> given_;  ///< The latest is ours to give.
   std::vector<std::unique_ptr<PipeReading>> readings_;
   std::vector<std::unique_ptr<PipeWriting>> writings_;
   std::list<Question> questions_;
   PasteboardOwner owner_;
   quint64 count_ = 0;
   quint64 claims_ = 0;
-  bool isClaiming_ = false;  ///< We put something there and have not heard back.
-  bool knowsFirst_ = false;  ///< Whether what was there at the start has been told.
-  WaylandOwned<wl_callback> first_;
+  bool isClaiming_ = false;            ///< We put something there and have not heard back.
   WaylandOwned<wl_callback> claimed_;  ///< Comes when we should have heard of our latest claim.
 };
 

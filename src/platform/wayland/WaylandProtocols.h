@@ -8,6 +8,7 @@
 #define namespace namespace_
 #include "wlr-layer-shell-unstable-v1-client.h"
 #undef namespace
+#include "ext-data-control-v1-client.h"
 #include "plasma-blur-client.h"
 #include "plasma-virtual-desktop-client.h"
 #include "plasma-window-management-client.h"
@@ -77,6 +78,10 @@ struct WaylandDestroy {
   void operator()(org_kde_plasma_virtual_desktop_management* object) const {
     org_kde_plasma_virtual_desktop_management_destroy(object);
   }
+  void operator()(ext_data_control_manager_v1* object) const { ext_data_control_manager_v1_destroy(object); }
+  void operator()(ext_data_control_device_v1* object) const { ext_data_control_device_v1_destroy(object); }
+  void operator()(ext_data_control_source_v1* object) const { ext_data_control_source_v1_destroy(object); }
+  void operator()(ext_data_control_offer_v1* object) const { ext_data_control_offer_v1_destroy(object); }
   void operator()(zwlr_data_control_manager_v1* object) const { zwlr_data_control_manager_v1_destroy(object); }
   void operator()(zwlr_data_control_device_v1* object) const { zwlr_data_control_device_v1_destroy(object); }
   void operator()(zwlr_data_control_source_v1* object) const { zwlr_data_control_source_v1_destroy(object); }

@@ -120,7 +120,11 @@ WaylandOwned<zwlr_foreign_toplevel_manager_v1> WaylandSession::bindToplevels() c
   return bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, kToplevelsVersion);
 }
 
-WaylandOwned<zwlr_data_control_manager_v1> WaylandSession::bindDataControl() const {
+WaylandOwned<ext_data_control_manager_v1> WaylandSession::bindDataControl() const {
+  return bind<ext_data_control_manager_v1>(ext_data_control_manager_v1_interface, 1);
+}
+
+WaylandOwned<zwlr_data_control_manager_v1> WaylandSession::bindOlderDataControl() const {
   return bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 1);
 }
 
@@ -144,6 +148,7 @@ void WaylandSession::bindSeat() {
                          uint32_t capabilities) { static_cast<WaylandSession*>(data)->seatHas(capabilities); },
       .name = [](void*, wl_seat*, const char*) {}};
   wl_seat_add_listener(seat_.get(), &kListener, this);
+  Q_EMIT seatChanged();
 }
 
 void WaylandSession::bindBlur() {
@@ -166,6 +171,7 @@ void WaylandSession::removed(quint32 name) {
   seat_.reset();
   seatHas(0);
   bindSeat();
+  if (!seat_) Q_EMIT seatChanged();
 }
 
 void WaylandSession::seatHas(quint32 capabilities) {

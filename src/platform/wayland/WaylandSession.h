@@ -55,9 +55,9 @@ class WaylandSession final : public QObject {
   xdg_wm_base* windows() const { return windows_.get(); }
   /// Null where the compositor does not report windows. Its events go to the event loop.
   WaylandOwned<zwlr_foreign_toplevel_manager_v1> bindToplevels() const;
-  /// Tells what is copied, and lets a program copy without a window. Null where the compositor has no such thing. Knows
-  /// nothing of the selection of the middle mouse button.
-  WaylandOwned<zwlr_data_control_manager_v1> bindDataControl() const;
+  /// See DataControl. Null where the compositor does not have it.
+  WaylandOwned<ext_data_control_manager_v1> bindDataControl() const;
+  WaylandOwned<zwlr_data_control_manager_v1> bindOlderDataControl() const;
   /// KWin's own way. Null for all but KWin, and where its permission was not asked for.
   WaylandOwned<org_kde_plasma_window_management> bindPlasmaWindows() const;
   /// Its virtual desktops. Null for all but KWin.
@@ -75,6 +75,8 @@ class WaylandSession final : public QObject {
  Q_SIGNALS:
   /// The last pointer device went away: no surface gets the event that the pointer left it.
   void pointerLost();
+  /// Another seat, or none, took the place of the one that was there.
+  void seatChanged();
   void blurChanged();
 
  private:
