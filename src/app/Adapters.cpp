@@ -272,7 +272,7 @@ ReservationService::Setup Adapters::reservationSetup() {
   return {.scheduler = scheduler_,
           .windows = services_.windows,
           .directory = dataDirectory_,
-          .frames = &makeWindowFrames,
+          .frames = windowSystem_.frames ? windowSystem_.frames : &makeWindowFrames,
           .launchOf = &processLaunch,
           .inPixels = windowSystem_.inPixels,
           .guard = [this](bool standsBy) {

@@ -7,13 +7,19 @@
 #include "base/BuildSettings.h"
 #include "base/FileLock.h"
 #include "config/DataDirectory.h"
+#include "platform/kwin/KWinWindowFrames.h"
 #include "platform/linux/ProcessLaunch.h"
 #include "platform/x11/X11WindowFrames.h"
 #include "windows/WindowKeeper.h"
 
 namespace tarnwick {
 
-std::unique_ptr<WindowFrames> makeWindowFrames() { return std::make_unique<X11WindowFrames>(); }
+std::unique_ptr<WindowFrames> makeWindowFrames() {
+  // KWin is there on X11 too, where it is a window manager like others.
+  if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && KWinScript::isOffered())
+    return std::make_unique<KWinWindowFrames>();
+  return std::make_unique<X11WindowFrames>();
+}
 
 void putWindowsBack(const QString& directory) {
   using namespace std::chrono_literals;

@@ -9,6 +9,8 @@
 #include "app/HotKeyTable.h"
 #include "base/DomainError.h"
 #include "platform/dbus/PortalHotKeys.h"
+#include "platform/kwin/KWinWindowFrames.h"
+#include "platform/kwin/KWinWindowPictures.h"
 #include "platform/qt/TimerFrameClocks.h"
 #include "platform/wayland/PlainPanels.h"
 #include "platform/wayland/PlainZoneSensor.h"
@@ -28,6 +30,7 @@
 #include "platform/x11/X11Panels.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11WindowFrames.h"
 #include "platform/x11/X11WindowPictures.h"
 #include "platform/x11/X11ZoneSensor.h"
 
@@ -82,6 +85,7 @@ WindowSystem makeX11(Scheduler& scheduler) {
   // Nor does it see what is copied in windows that are not of X11.
   system.pasteboard = edges ? std::unique_ptr<Pasteboard>(std::make_unique<X11Pasteboard>(scheduler)) : noPasteboard();
   system.pictures = [] { return std::make_unique<X11WindowPictures>(); };
+  system.frames = [] { return std::make_unique<X11WindowFrames>(); };
   system.inPixels = [known = screens.get()](const ReservingDock& dock) {
     const auto native = known->native(dock.screen.id);
     if (!native) return ReservedSpace();
@@ -101,8 +105,10 @@ WindowSystem makeWayland(Scheduler& scheduler) {
   if (session->layerShell()) {
     auto panels = std::make_unique<WaylandPanels>(*session, *screens);
     system.zones = std::make_unique<WaylandZoneSensor>(*session, *screens, panels->pointer());
-    if (auto plasma = session->bindPlasmaWindows()) {
-      system.windows = std::make_unique<PlasmaClientWindows>(*session, std::move(plasma), *screens, *panels);
+    if (auto windows = PlasmaClientWindows::make(*session, *screens, *panels)) {
+      system.pictures = [table = windows->table()] { return std::make_unique<KWinWindowPictures>(table); };
+      system.frames = [table = windows->table()] { return std::make_unique<KWinWindowFrames>(table); };
+      system.windows = std::move(windows);
     } else {
       system.windows = std::make_unique<WaylandClientWindows>(*session, *screens, panels.get());
     }

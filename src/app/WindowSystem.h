@@ -15,6 +15,7 @@
 #include "desktop/Zones.h"
 #include "facilities/StoreCalls.h"
 #include "windows/ReservedSpace.h"
+#include "windows/ports/WindowFrames.h"
 #include "windows/ports/WindowPictures.h"
 
 namespace tarnwick {
@@ -36,6 +37,8 @@ struct WindowSystem {
   std::function<ReservedSpace(const ReservingDock& dock)> inPixels;
   /// Makes what takes pictures of windows, on the thread that uses it; empty where ClientWindows::pictures() says no.
   std::function<std::unique_ptr<WindowPictures>()> pictures;
+  /// The same for what moves them; empty where nobody could have.
+  std::function<std::unique_ptr<WindowFrames>()> frames;
   bool framesWindows = true;  ///< Whether it puts a frame with a title around a program's windows.
 
   WindowSystem() = default;

@@ -11,7 +11,7 @@ class ReservationService::Keeping {
   explicit Keeping(const Setup& setup) : setup_(setup) {}
 
   WindowKeeper::Plan plan(const QList<ReservedSpace>& spaces) { return keeper().plan(spaces); }
-  Outcome carryOut(const QList<WindowReservation>& windows) { return outcome(keeper().carryOut(windows)); }
+  Outcome carryOut(const QList<WindowKeeper::Move>& windows) { return outcome(keeper().carryOut(windows)); }
   Outcome restore() { return outcome(keeper().restore()); }
 
  private:

@@ -1,5 +1,6 @@
 #include "windows/WindowKeeper.h"
 
+#include <QScopeGuard>
 #include <algorithm>
 #include <cstdlib>
 
@@ -25,42 +26,70 @@ WindowKeeper::Plan WindowKeeper::plan(const QList<ReservedSpace>& spaces) {
   Plan plan;
   if (!frames_.capability()) return plan;
   if (recoveryPending_) plan.message = restore();
+  plan.windows = inTheWay(spaces);
+  if (plan.windows.isEmpty()) frames_.rest();
+  return plan;
+}
+
+QList<WindowKeeper::Move> WindowKeeper::inTheWay(const QList<ReservedSpace>& spaces) {
+  QList<Move> found;
   const auto windows = frames_.all(kReservePatience);
-  if (!windows) return plan;
+  if (!windows) return found;
   const auto front = std::ranges::find(*windows, true, &WindowFrames::Window::active);
-  if (front == windows->end() || front->pid <= 0 || front->pid == self_) return plan;
-  const int pid = front->pid;
-  const auto launch = launchOf_(pid);
-  if (!launch) return plan;
+  if (front == windows->end() || front->pid <= 0 || front->pid == self_) return found;
   for (const WindowFrames::Window& window : *windows) {
-    if (window.pid != pid || window.number == 0 || window.minimised || window.maximised || window.fullscreen) continue;
-    if (isGivenUp(window.number, window.frame)) continue;
+    const bool isMoved = isToComeBack(window, spaces);
+    if ((window.pid != front->pid && !isMoved) || window.pid <= 0 || window.pid == self_ || window.number == 0)
+      continue;
+    if (window.minimised || window.maximised || window.fullscreen || isGivenUp(window.number, window.frame)) continue;
     QRectF frame = window.frame;
     for (const ReservedSpace& space : spaces) {
       const auto clear = space.clear(frame);
       const QRectF accepted = clear ? frames_.accepted(window.number, *clear) : QRectF();
       if (!accepted.isEmpty()) frame = accepted;
     }
-    if (frame != window.frame) plan.windows.append({pid, *launch, window.number, window.frame, frame});
+    const auto launch = frame != window.frame || isMoved ? launchOf_(window.pid) : std::nullopt;
+    if (!launch) continue;
+    const QRectF& original = isMoved ? window.before : window.frame;
+    found.append(Move{{window.pid, *launch, window.number, original, frame}, window.frame});
   }
-  return plan;
+  return found;
 }
 
-QString WindowKeeper::carryOut(const QList<WindowReservation>& windows) {
+/// A window that the window manager moved off the place that a dock takes comes back with the others. That needs to be
+/// written down once.
+bool WindowKeeper::isToComeBack(const WindowFrames::Window& window, const QList<ReservedSpace>& spaces) const {
+  // A window manager moves it up or down.
+  const bool isSideways = window.before.x() != window.frame.x() || window.before.width() != window.frame.width();
+  if (window.before.isEmpty() || isSideways || WindowReservation::near(window.before, window.frame)) return false;
+  const bool isKnown = std::ranges::any_of(journal_.records(), [&window](const WindowReservation& record) {
+    return record.number == window.number && WindowReservation::near(record.original, window.before);
+  });
+  return !isKnown && std::ranges::any_of(spaces, [&window](const ReservedSpace& space) {
+    const QRectF taken(space.visible.x(), space.dock.y(), space.visible.width(), space.dock.height());
+    return window.before.intersects(taken);
+  });
+}
+
+QString WindowKeeper::carryOut(const QList<Move>& windows) {
   if (windows.isEmpty()) return {};
+  const auto rest = qScopeGuard([this] { frames_.rest(); });
+  QList<WindowReservation> records;
+  for (const Move& each : windows) records.append(each.record);
   try {
     // All at once: what costs is to wait for the disk.
-    journal_.prepare(windows);
+    journal_.prepare(records);
   } catch (const DomainError& failure) {
     return tr("Could not preserve window recovery data: %1").arg(failure.message());
   }
-  for (const WindowReservation& each : windows) {
-    const auto before = frames_.frame(each.number, kReservePatience);
-    if (!before || !WindowReservation::near(*before, each.original)) continue;
-    moved_[each.number] = {each.original, now_(), false};
-    if (move(each.number, each.adjusted, kReservePatience)) continue;
-    frames_.setFrame(each.number, *before, kReservePatience);
-    moved_[each.number].isGivenUp = true;
+  for (const auto& [record, from] : windows) {
+    if (from == record.adjusted) continue;
+    const auto before = frames_.frame(record.number, kReservePatience);
+    if (!before || !WindowReservation::near(*before, from)) continue;
+    moved_[record.number] = {from, now_(), false};
+    if (move(record.number, record.adjusted, kReservePatience)) continue;
+    frames_.setFrame(record.number, *before, kReservePatience);
+    moved_[record.number].isGivenUp = true;
   }
   return {};
 }
@@ -89,6 +118,7 @@ QString WindowKeeper::restore() {
   if (!frames_.capability()) return {};
   recoveryPending_ = false;
   moved_.clear();
+  const auto rest = qScopeGuard([this] { frames_.rest(); });
   try {
     std::optional<std::optional<QList<WindowFrames::Window>>> windows;
     journal_.recover(

@@ -30,13 +30,17 @@ class WindowKeeper {
                Now now = &std::chrono::steady_clock::now);
 
   /// What has to be moved out of the way of these docks; nothing is touched yet, but for what an earlier run left.
+  struct Move {
+    WindowReservation record;
+    QRectF from;  ///< Where it is now.
+  };
   struct Plan {
-    QList<WindowReservation> windows;
+    QList<Move> windows;
     QString message;  ///< What went wrong, as a sentence; empty where nothing did.
   };
   Plan plan(const QList<ReservedSpace>& spaces);
   /// Moves it. A window that its user moves meanwhile is left alone. Returns what went wrong, as above.
-  QString carryOut(const QList<WindowReservation>& windows);
+  QString carryOut(const QList<Move>& windows);
   /// Both.
   QString reserve(const QList<ReservedSpace>& spaces);
   /// Puts back what was moved, by this run or an earlier one. Returns what went wrong as a sentence, or an empty text.
@@ -52,6 +56,8 @@ class WindowKeeper {
     bool isGivenUp = false;  ///< As long as it stands there.
   };
 
+  QList<Move> inTheWay(const QList<ReservedSpace>& spaces);
+  bool isToComeBack(const WindowFrames::Window& window, const QList<ReservedSpace>& spaces) const;
   bool move(quint32 number, const QRectF& to, std::chrono::milliseconds patience);
   bool isGivenUp(quint32 number, const QRectF& frame);
   ReservationWindowState stateOf(const WindowReservation& record,

@@ -189,6 +189,7 @@ void WindowService::take(quint64 window, bool onlyIfChanged, QUuid generation) {
 }
 
 void WindowService::show(quint64 window, const QImage& picture) {
+  if (previews_.value(window) == picture) return;
   previews_[window] = picture;
   Q_EMIT previewChanged(window);
 }

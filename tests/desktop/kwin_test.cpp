@@ -25,7 +25,9 @@ TEST_F(KWinShell, ListsWindowsOfOthersAndActsOnThem) {
   const WaylandSession session;
   WaylandScreens screens(session);
   const WaylandPanels panels(session, screens);
-  PlasmaClientWindows windows(session, session.bindPlasmaWindows(), screens, panels);
+  const auto listed = PlasmaClientWindows::make(session, screens, panels);
+  ASSERT_TRUE(listed);
+  PlasmaClientWindows& windows = *listed;
   const auto find = [&](const QString& title) {
     const QList<ClientWindow> all = windows.all();
     const auto found = std::ranges::find(all, title, &ClientWindow::title);

@@ -214,6 +214,23 @@ TEST_F(Keeper, MovesWhatIsInFrontAndPutsItBack) {
   EXPECT_TRUE(journal_->records().isEmpty());
 }
 
+TEST_F(Keeper, WhatTheWindowManagerMovedItselfComesBackToo) {
+  const QRectF aside = clear_.translated(0, 20);  // Still a little in the way.
+  for (const quint32 number : {1, 2, 3, 4}) frames_.add(number, aside);
+  for (const quint32 number : {1, 2}) frames_.window(number)->before = over_;
+  frames_.window(2)->frame = clear_;                      // Not any more.
+  frames_.window(3)->before = over_.translated(0, -300);  // Was nowhere near.
+  frames_.window(4)->before = over_.translated(10, 0);    // Its user moved it.
+  EXPECT_EQ(keeper_->reserve(spaces_), QString());
+  EXPECT_EQ(journal_->records().size(), 4);
+  for (const quint32 number : {1, 2, 3, 4}) EXPECT_EQ(frame(number), clear_) << number;
+  EXPECT_TRUE(keeper_->plan(spaces_).windows.isEmpty()) << "it is written down once";
+  startAgain();
+  EXPECT_EQ(keeper_->restore(), QString());
+  for (const quint32 number : {1, 2}) EXPECT_EQ(frame(number), over_) << number;
+  for (const quint32 number : {3, 4}) EXPECT_EQ(frame(number), aside) << number;
+}
+
 TEST_F(Keeper, LeavesAloneWhatItMustNotOrCannotMove) {
   const auto reserve = [this] {
     EXPECT_EQ(keeper_->reserve(spaces_), QString());

@@ -26,14 +26,19 @@ std::optional<qint64> bootTime() {
 
 }  // namespace
 
-std::optional<qint64> processLaunch(int pid) {
+std::optional<quint64> processStart(int pid) {
   KernelFile file("/proc/" + std::to_string(pid) + "/stat");
   const auto text = file.read();
   const auto stat = text ? ProcessStat::parse(*text) : std::nullopt;
+  return stat ? std::optional(stat->start) : std::nullopt;
+}
+
+std::optional<qint64> processLaunch(int pid) {
+  const auto start = processStart(pid);
   const auto boot = bootTime();
   const qint64 ticks = ::sysconf(_SC_CLK_TCK);
-  if (!stat || !boot || ticks <= 0) return std::nullopt;
-  return *boot * 100 + static_cast<qint64>(stat->start) * 100 / ticks;
+  if (!start || !boot || ticks <= 0) return std::nullopt;
+  return *boot * 100 + static_cast<qint64>(*start) * 100 / ticks;
 }
 
 }  // namespace tarnwick

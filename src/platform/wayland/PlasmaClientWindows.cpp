@@ -6,6 +6,7 @@
 
 #include "base/ForeignText.h"
 #include "platform/wayland/WaylandPanel.h"
+#include "platform/wayland/WaylandQueue.h"
 
 namespace tarnwick {
 
@@ -38,6 +39,7 @@ class PlasmaClientWindows::Window {
         .geometry =
             [](void* data, org_kde_plasma_window*, int32_t x, int32_t y, uint32_t width, uint32_t height) {
               of(data).frame_ = QRect(x, y, static_cast<int>(width), static_cast<int>(height));
+              of(data).owner_.table_->setFrame(of(data).id(), of(data).frame_);
               of(data).changed();
             },
         .icon_changed = [](void*, org_kde_plasma_window*) {},
@@ -109,12 +111,29 @@ class PlasmaClientWindows::Window {
   bool skipsSwitcher_ = false;
 };
 
+std::unique_ptr<PlasmaClientWindows> PlasmaClientWindows::make(const WaylandSession& session,
+                                                               const WaylandScreens& screens,
+                                                               const WaylandPanels& panels) {
+  WaylandQueue queue(session.display());
+  auto manager = session.bindPlasmaWindows(queue);
+  if (!manager) return nullptr;
+  auto made = std::make_unique<PlasmaClientWindows>(session, std::move(manager), screens, panels);
+  made->awaitAll(queue);
+  return made;
+}
+
 PlasmaClientWindows::PlasmaClientWindows(const WaylandSession& session,
                                          WaylandOwned<org_kde_plasma_window_management> manager,
                                          const WaylandScreens& screens, const WaylandPanels& panels)
-    : manager_(std::move(manager)), desktops_(session.bindPlasmaDesktops()), screens_(screens), panels_(panels) {
+    : manager_(std::move(manager)),
+      desktops_(session.bindPlasmaDesktops()),
+      screens_(screens),
+      panels_(panels),
+      table_(std::make_shared<KWinWindowTable>()) {
+  connect(&abilities_, &KWinAbilities::changed, this, &PlasmaClientWindows::changed);
   connect(&desktops_, &PlasmaDesktops::changed, this, &PlasmaClientWindows::publishLater);
   connect(&screens, &WaylandScreens::changed, this, &PlasmaClientWindows::publishLater);
+  connect(&screens, &WaylandScreens::reserving, this, [this] { table_->keepPlaces(); });
   static constexpr org_kde_plasma_window_management_listener kListener{
       .show_desktop_changed = [](void*, org_kde_plasma_window_management*, uint32_t) {},
       .window =
@@ -123,17 +142,32 @@ PlasmaClientWindows::PlasmaClientWindows(const WaylandSession& session,
           },
       .stacking_order_changed = [](void*, org_kde_plasma_window_management*, wl_array*) {},
       .stacking_order_uuid_changed = [](void*, org_kde_plasma_window_management*, const char*) {},
-      .window_with_uuid = [](void*, org_kde_plasma_window_management*, uint32_t, const char*) {}};
+      .window_with_uuid =
+          [](void* data, org_kde_plasma_window_management* from, uint32_t, const char* id) {
+            static_cast<PlasmaClientWindows*>(data)->came(org_kde_plasma_window_management_get_window_by_uuid(from, id),
+                                                          QString::fromUtf8(id));
+          }};
   org_kde_plasma_window_management_add_listener(manager_.get(), &kListener, this);
 }
 
 PlasmaClientWindows::~PlasmaClientWindows() = default;
 
-void PlasmaClientWindows::came(org_kde_plasma_window* handle) {
-  known_.push_back(std::make_unique<Window>(*this, handle, ++latest_));
+/// Where they are must be known before a dock takes its place, for which KWin may move them: which there are, and then
+/// what each is.
+void PlasmaClientWindows::awaitAll(WaylandQueue& queue) {
+  if (queue.waitForAnswers()) queue.waitForAnswers();
+  WaylandQueue::release(manager_.get());
+  for (const auto& one : known_) WaylandQueue::release(one->handle());
+  queue.handleRest();
+}
+
+void PlasmaClientWindows::came(org_kde_plasma_window* handle, const QString& id) {
+  table_->insert(++latest_, id);
+  known_.push_back(std::make_unique<Window>(*this, handle, latest_));
 }
 
 void PlasmaClientWindows::ended(const Window* window) {
+  table_->remove(window->id());
   std::erase_if(known_, [window](const auto& one) { return one.get() == window; });
   publishLater();
 }

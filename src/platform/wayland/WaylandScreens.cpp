@@ -94,9 +94,8 @@ QString WaylandScreens::activeId() const {
 
 // What is usable is reported anew when the compositor has reserved the space; until then the old rectangle holds.
 void WaylandScreens::noteReservation(const QString& id, Edge edge, int zone) {
-  Kept& kept = kept_[id];
-  (edge == Edge::Top ? kept.top : kept.bottom) = zone;
-  (edge == Edge::Top ? kept.bottom : kept.top) = 0;
+  const Kept kept = edge == Edge::Top ? Kept{zone, 0} : Kept{0, zone};
+  if (std::exchange(kept_[id], kept) != kept) Q_EMIT reserving();
 }
 
 void WaylandScreens::publishLater() {

@@ -35,10 +35,16 @@ class WaylandScreens final : public Screens {
   /// We keep so much of a display free ourselves, beside what others do; it is left out of what is usable.
   void noteReservation(const QString& id, Edge edge, int zone);
 
+ Q_SIGNALS:
+  /// We are about to keep more or less of a display free.
+  void reserving();
+
  private:
   struct Kept {
     int top = 0;
     int bottom = 0;
+
+    bool operator==(const Kept&) const = default;
   };
 
   void follow(QScreen* screen);

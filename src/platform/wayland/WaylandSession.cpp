@@ -21,8 +21,8 @@ constexpr quint32 kCompositorVersion = 4;
 constexpr quint32 kToplevelsVersion = 3;
 /// The first version that says which events of the pointer belong together.
 constexpr quint32 kSeatVersion = 5;
-/// The last version that reports windows by a number.
-constexpr quint32 kPlasmaWindowsVersion = 12;
+/// The first version that reports windows by KWin's own name for them.
+constexpr quint32 kPlasmaWindowsVersion = 13;
 constexpr const char* kKWin = "org_kde_plasma_shell";
 constexpr const char* kFrames = "zxdg_decoration_manager_v1";
 
@@ -106,12 +106,13 @@ WaylandSession::WaylandSession(quint32 layers) : display_(static_cast<wl_display
 WaylandSession::~WaylandSession() = default;
 
 template <typename Object>
-WaylandOwned<Object> WaylandSession::bind(const wl_interface& interface, quint32 greatestVersion) const {
+WaylandOwned<Object> WaylandSession::bind(const wl_interface& interface, quint32 greatestVersion,
+                                          wl_registry* through) const {
   for (auto global = globals_.cbegin(); global != globals_.cend(); ++global) {
     if (global->interface != interface.name) continue;
     const quint32 version = std::min(global->version, greatestVersion);
     return WaylandOwned<Object>(
-        static_cast<Object*>(wl_registry_bind(registry_.get(), global.key(), &interface, version)));
+        static_cast<Object*>(wl_registry_bind(through ? through : registry_.get(), global.key(), &interface, version)));
   }
   return nullptr;
 }
@@ -128,8 +129,10 @@ WaylandOwned<zwlr_data_control_manager_v1> WaylandSession::bindOlderDataControl(
   return bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 1);
 }
 
-WaylandOwned<org_kde_plasma_window_management> WaylandSession::bindPlasmaWindows() const {
-  return bind<org_kde_plasma_window_management>(org_kde_plasma_window_management_interface, kPlasmaWindowsVersion);
+WaylandOwned<org_kde_plasma_window_management> WaylandSession::bindPlasmaWindows(const WaylandQueue& queue) const {
+  const WaylandQueue::Face<wl_registry> face(queue, registry_.get());
+  return bind<org_kde_plasma_window_management>(org_kde_plasma_window_management_interface, kPlasmaWindowsVersion,
+                                                face.get());
 }
 
 WaylandOwned<org_kde_plasma_virtual_desktop_management> WaylandSession::bindPlasmaDesktops() const {

@@ -12,6 +12,8 @@ class QWindow;
 
 namespace tarnwick {
 
+class WaylandQueue;
+
 /// What the compositor offers us, over Qt's own connection. Made once, after the application object on Qt's platform
 /// "wayland" and before all else of this folder, which it outlives.
 class WaylandSession final : public QObject {
@@ -59,7 +61,7 @@ class WaylandSession final : public QObject {
   WaylandOwned<ext_data_control_manager_v1> bindDataControl() const;
   WaylandOwned<zwlr_data_control_manager_v1> bindOlderDataControl() const;
   /// KWin's own way. Null for all but KWin, and where its permission was not asked for.
-  WaylandOwned<org_kde_plasma_window_management> bindPlasmaWindows() const;
+  WaylandOwned<org_kde_plasma_window_management> bindPlasmaWindows(const WaylandQueue& queue) const;
   /// Its virtual desktops. Null for all but KWin.
   WaylandOwned<org_kde_plasma_virtual_desktop_management> bindPlasmaDesktops() const;
 
@@ -86,7 +88,8 @@ class WaylandSession final : public QObject {
   };
 
   template <typename Object>
-  WaylandOwned<Object> bind(const wl_interface& interface, quint32 greatestVersion) const;
+  WaylandOwned<Object> bind(const wl_interface& interface, quint32 greatestVersion,
+                            wl_registry* through = nullptr) const;
   void bindSeat();
   void bindBlur();
   void removed(quint32 name);

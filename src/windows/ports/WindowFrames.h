@@ -22,6 +22,8 @@ class WindowFrames {
     bool minimised = false;
     bool maximised = false;  ///< Whose frame is the window manager's to keep clear.
     bool fullscreen = false;
+    /// Where it stood before the window manager itself moved it off the place that docks take; empty where it did not.
+    QRectF before{};
   };
 
   virtual ~WindowFrames() = default;
@@ -37,6 +39,8 @@ class WindowFrames {
   virtual QRectF accepted(quint32 number, const QRectF& wanted) = 0;
   /// Gives a window a size and a place, and waits until it has them. False where it refused or did not answer.
   virtual bool setFrame(quint32 number, const QRectF& frame, std::chrono::milliseconds patience) = 0;
+  /// Gives back what these calls keep in the window system. Another call begins anew.
+  virtual void rest() {}
 };
 
 }  // namespace tarnwick
