@@ -53,6 +53,17 @@ bool writeAll(int file, std::string_view bytes) {
   return true;
 }
 
+/// Puts a finished file in its place. It changes places with one that is there, which then goes: what merely replaces
+/// another file some file systems bring to the disk at once, and whoever runs the hook would wait for that.
+bool putInPlace(const std::string& aside, const std::string& path) {
+  struct stat there {};
+  const bool isRecord = ::lstat(path.c_str(), &there) == 0 && S_ISREG(there.st_mode);
+  if (!isRecord || ::renameat2(AT_FDCWD, aside.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0)
+    return ::rename(aside.c_str(), path.c_str()) == 0;
+  ::unlink(aside.c_str());
+  return true;
+}
+
 /// Beside its place first, so that a reader finds the record before or this one, whole.
 void replace(const std::string& folder, const std::string& name, std::string_view content) {
   const std::string path = folder + '/' + name;
@@ -61,7 +72,7 @@ void replace(const std::string& folder, const std::string& name, std::string_vie
   const int file = ::open(aside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kFileMode);
   if (file < 0) return;
   const bool isWhole = ::fchmod(file, kFileMode) == 0 && writeAll(file, content);
-  if (::close(file) != 0 || !isWhole || ::rename(aside.c_str(), path.c_str()) != 0) ::unlink(aside.c_str());
+  if (::close(file) != 0 || !isWhole || !putInPlace(aside, path)) ::unlink(aside.c_str());
 }
 
 double now() {

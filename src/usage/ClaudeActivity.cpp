@@ -7,15 +7,12 @@
 #include <QFile>
 #include <QTimeZone>
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <memory>
-#include <tuple>
 
-#include "base/Cancelled.h"
-#include "base/DomainError.h"
 #include "base/FileDescriptor.h"
 #include "base/SmallFile.h"
+#include "usage/ClaudeRecordFolder.h"
 #include "usage/UsageReaderWords.h"
 
 namespace tarnwick {
@@ -24,39 +21,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::string_view kEnding = ".json";
 constexpr std::string_view kPermission = "permission";
-constexpr double kYears = 1e9;  ///< Seconds, some thirty of them.
 
 struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-double secondsSinceReference(const QDateTime& time) {
-  return static_cast<double>(time.toMSecsSinceEpoch()) / 1000 - ClaudeActivityRecord::kReferenceDate;
-}
-
-QDateTime dateOf(double seconds) {
-  return QDateTime::fromMSecsSinceEpoch(std::llround((seconds + ClaudeActivityRecord::kReferenceDate) * 1000));
-}
-
 /// What a file holds, if it is an ordinary one that small: nothing waits for it and nothing is followed.
 std::optional<ClaudeActivityRecord> recordIn(int folder, const char* name) {
   const auto bytes = SmallFile::readUnlinked(folder, name, ClaudeActivityRecord::kMostFileBytes);
   if (!bytes) return std::nullopt;
   return ClaudeActivityRecord::decoded({bytes->constData(), static_cast<std::size_t>(bytes->size())});
-}
-
-/// Calls `each` with the names in a folder that end like a record's. False where the folder can't be read.
-template <class Each>
-bool forNames(const Folder& folder, Each each) {
-  for (;;) {
-    errno = 0;
-    const dirent* entry = ::readdir(folder.get());
-    if (!entry) return errno == 0;
-    if (std::string_view(entry->d_name).ends_with(kEnding)) each(entry->d_name);
-  }
 }
 
 QString labelOf(const ClaudeActivityRecord& record, double age) {
@@ -71,54 +47,28 @@ bool isActive(const ClaudeActivityRecord& record, double age) {
   return record.state != "idle" && record.state != "ended" && age < ClaudeActivity::kRecent;
 }
 
-/// The moments at which a record is shown otherwise: it counts, is no longer recent, counts no more. One that the clock
-/// does not come near in years never does.
-void noteMoments(const ClaudeActivityRecord& record, double present, std::optional<double>& earliest) {
-  for (const double age : {0.0, ClaudeActivity::kRecent, ClaudeActivity::kForgotten}) {
-    const double moment = record.time + age;
-    if (moment > present && moment < present + kYears && (!earliest || moment < *earliest)) earliest = moment;
-  }
+}  // namespace
+
+double ClaudeActivity::secondsOf(const QDateTime& time) {
+  return static_cast<double>(time.toMSecsSinceEpoch()) / 1000 - ClaudeActivityRecord::kReferenceDate;
 }
 
-}  // namespace
+QDateTime ClaudeActivity::dateOf(double seconds) {
+  return QDateTime::fromMSecsSinceEpoch(std::llround((seconds + ClaudeActivityRecord::kReferenceDate) * 1000));
+}
 
 ClaudeActivity::Found ClaudeActivity::find(const QString& directory, const QDateTime& now,
                                            const std::stop_token& stop) {
-  const Folder folder(::opendir(QFile::encodeName(directory).constData()));
-  if (!folder) {
-    if (errno == ENOENT) return {};
-    throw DomainError::invalid(UsageReaderWords::tr("The folder with Claude’s activity could not be read."));
-  }
-  const double present = secondsSinceReference(now);
-  QList<ClaudeActivityRecord> found;
-  std::optional<double> earliest;
-  const bool isWhole = forNames(folder, [&](const char* name) {
-    throwIfStopped(stop);
-    if (found.size() > kMostRecords) return;
-    auto record = recordIn(::dirfd(folder.get()), name);
-    if (!record) return;
-    noteMoments(*record, present, earliest);
-    const double age = present - record->time;
-    if (age >= 0 && age < kForgotten) found.append(*std::move(record));
-  });
-  if (!isWhole)
-    throw DomainError::invalid(UsageReaderWords::tr("The folder with Claude’s activity could not be read."));
-  if (found.size() > kMostRecords)
-    throw DomainError::invalid(
-        UsageReaderWords::tr("More than 1,000 active Claude sessions; activity is unavailable."));
-  // Of two of one moment the order is the same at each reading.
-  std::ranges::sort(found, std::greater(),
-                    [](const ClaudeActivityRecord& record) { return std::tie(record.time, record.session); });
-  return {std::move(found), earliest ? std::optional(dateOf(*earliest)) : std::nullopt};
+  return ClaudeRecordFolder(directory).find(now, stop);
 }
 
 bool ClaudeActivity::isWaiting(const ClaudeActivityRecord& record, const QDateTime& now) {
-  return record.state == kPermission && isActive(record, secondsSinceReference(now) - record.time);
+  return record.state == kPermission && isActive(record, secondsOf(now) - record.time);
 }
 
 RemoteValue ClaudeActivity::value(const QList<ClaudeActivityRecord>& records, const QDateTime& now,
                                   const QLocale& locale) {
-  const double present = secondsSinceReference(now);
+  const double present = secondsOf(now);
   const auto timeOf = [&](const ClaudeActivityRecord& record) {
     return locale.toString(dateOf(record.time).toTimeZone(now.timeZone()).time(), QLocale::ShortFormat);
   };
@@ -163,13 +113,14 @@ qsizetype ClaudeActivity::removeOld(const QString& directory, const QDateTime& n
   const Folder folder(listed ? ::fdopendir(listed.number()) : nullptr);
   if (!folder) return 0;
   listed.release();  // The folder's now.
-  const double present = secondsSinceReference(now);
+  const double present = secondsOf(now);
   QList<QByteArray> old;
-  forNames(folder, [&](const char* name) {
-    if (!ClaudeActivityRecord::isFileName(name)) return;
+  while (const dirent* entry = ::readdir(folder.get())) {
+    const char* name = entry->d_name;
+    if (!ClaudeActivityRecord::isFileName(name)) continue;
     const auto record = recordIn(place.number(), name);
     if (record && record->session + ".json" == name && present - record->time > kRemoved) old.append(name);
-  });
+  }
   qsizetype removed = 0;
   for (const QByteArray& name : old) removed += ::unlinkat(place.number(), name.constData(), 0) == 0;
   return removed;

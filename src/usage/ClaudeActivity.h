@@ -31,6 +31,10 @@ struct ClaudeActivity {
   /// What a tile shows of the records.
   static RemoteValue value(const QList<ClaudeActivityRecord>& records, const QDateTime& now, const QLocale& locale);
 
+  /// A moment as records tell it, and back.
+  static double secondsOf(const QDateTime& time);
+  static QDateTime dateOf(double seconds);
+
   /// Whether a session waits for a permission.
   static bool isWaiting(const ClaudeActivityRecord& record, const QDateTime& now);
 

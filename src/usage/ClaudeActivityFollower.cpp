@@ -10,6 +10,7 @@
 #include "base/LocalFigures.h"
 #include "facilities/ActiveSets.h"
 #include "usage/ClaudeActivity.h"
+#include "usage/ClaudeRecordFolder.h"
 #include "usage/UsageReaderWords.h"
 #include "widgets/catalog/Options.h"
 
@@ -45,6 +46,8 @@ struct ClaudeActivityFollower::Following {
   QPointer<ClaudeActivityFollower> follower;
   std::optional<QDateTime> nextChange;
   int running = 0;
+  /// What was read last, by folder, while tiles of it are shown.
+  QHash<QString, std::shared_ptr<ClaudeRecordFolder>> folders;
   QHash<QString, WaitingSessions> waiting;  ///< By folder, as a widget that announces saw them last.
 
   /// Counts one for as long as it lives.
@@ -82,8 +85,13 @@ QCoro::Task<RemoteValue> ClaudeActivityFollower::readFolder(std::shared_ptr<Foll
   if (folder.isEmpty())
     throw DomainError::invalid(UsageReaderWords::tr("Install the activity hooks in this widget’s settings."));
   const auto found = std::make_shared<ClaudeActivity::Found>();
-  std::function<RemoteValue(const std::stop_token&)> read = [folder, now, found](const std::stop_token& stopped) {
-    *found = ClaudeActivity::find(folder, now, stopped);
+  // Nothing is kept of a folder that nobody follows.
+  const bool isFollowed = following->follower && following->follower->watch_;
+  auto records = isFollowed ? following->folders.value(folder) : nullptr;
+  if (!records) records = std::make_shared<ClaudeRecordFolder>(folder);
+  if (isFollowed) following->folders.insert(folder, records);
+  std::function<RemoteValue(const std::stop_token&)> read = [records, now, found](const std::stop_token& stopped) {
+    *found = records->find(now, stopped);
     return ClaudeActivity::value(found->records, now, QLocale());
   };
   const Following::Reading reading(*following);
@@ -134,6 +142,7 @@ void ClaudeActivityFollower::beat(const ActiveSets& active) {
   }
   if (folders != folders_) {
     folders_ = folders;
+    following_->folders.removeIf([&](const auto& each) { return !folders.contains(each.key()); });
     watch_->watch(folders_);
   }
   const bool isDue = following_->nextChange && *following_->nextChange <= scheduler_.now();
@@ -146,7 +155,7 @@ void ClaudeActivityFollower::beat(const ActiveSets& active) {
 }
 
 void ClaudeActivityFollower::end() {
-  watch_.reset();
+  stopWatching();
   next_.reset();
   disk_.cancel();
 }
@@ -157,7 +166,7 @@ void ClaudeActivityFollower::folderChanged() {
   if (now - beatAt_ > kBeatsMissed) {
     // It deletes what calls this.
     QMetaObject::invokeMethod(
-        this, [this] { watch_.reset(); }, Qt::QueuedConnection);
+        this, [this] { stopWatching(); }, Qt::QueuedConnection);
     return;
   }
   const double wait = readAt_ + kLeastBetween - now;
@@ -165,6 +174,12 @@ void ClaudeActivityFollower::folderChanged() {
     refreshAll(RemoteValues::Cause::News);
   else
     next_ = scheduler_.after(wait, [this] { refreshAll(RemoteValues::Cause::News); });
+}
+
+/// While nobody looks nothing is kept.
+void ClaudeActivityFollower::stopWatching() {
+  watch_.reset();
+  following_->folders.clear();
 }
 
 /// One reading at a time: what comes meanwhile is read with the beat after it, however long one takes.

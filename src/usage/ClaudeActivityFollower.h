@@ -49,6 +49,7 @@ class ClaudeActivityFollower final : public QObject, public BeatClient {
   static QCoro::Task<RemoteValue> readFolder(std::shared_ptr<Following> following, DockWidget widget, QDateTime now,
                                              std::stop_token stop);
   void folderChanged();
+  void stopWatching();
   void refreshAll(RemoteValues::Cause cause);
   void removeOld();
 

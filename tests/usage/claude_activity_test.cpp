@@ -6,7 +6,9 @@
 #include <QCryptographicHash>
 #include <QProcess>
 #include <QTimeZone>
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "base/Cancelled.h"
@@ -19,6 +21,7 @@
 #include "support/Wait.h"
 #include "usage/ClaudeActivity.h"
 #include "usage/ClaudeActivityFollower.h"
+#include "usage/ClaudeRecordFolder.h"
 #include "widgets/catalog/Kinds.h"
 #include "widgets/catalog/Options.h"
 
@@ -123,11 +126,12 @@ const QDateTime kNow(QDate(2026, 11, 28), QTime(12, 0), QTimeZone("Europe/Berlin
 
 class ClaudeActivityReading : public FolderTest {
  protected:
-  void record(const QString& session, const char* state, double age, const char* tool = "") {
+  void record(const QString& session, const char* state, double age, const char* tool = "",
+              const QString& folder = {}) {
     const double now = static_cast<double>(kNow.toSecsSinceEpoch()) - ClaudeActivityRecord::kReferenceDate;
     const QString digest = digestOf(session.toUtf8());
     const ClaudeActivityRecord each{digest.toStdString(), state, tool, now - age};
-    put(digest + u".json"_s, QByteArray::fromStdString(each.encoded()));
+    put(folder + digest + u".json"_s, QByteArray::fromStdString(each.encoded()));
   }
   RemoteValue read() const { return ClaudeActivity::read(folder_.path(), kNow, QLocale(u"de_DE"_s)); }
 };
@@ -205,6 +209,46 @@ TEST_F(ClaudeActivityReading, KnowsWhenTimeAloneChangesIt) {
     record(QString::fromLatin1(each.session), "thinking", each.age);
     EXPECT_EQ(seconds(), each.next) << each.session;
   }
+}
+
+TEST_F(ClaudeActivityReading, OpensOnlyWhatSomethingHappenedTo) {
+  const QString place = u"activity/"_s;
+  const QString busy = place + digestOf("busy") + u".json"_s;
+  for (int i = 0; i < 2000; ++i) put(place + u"%1.json"_s.arg(i), "{}");
+  record(u"busy"_s, "thinking", 5, "", place);
+  ClaudeRecordFolder folder(at(place));
+  const struct {
+    const char* what;
+    std::function<void()> happens;
+    qint64 opened;
+    std::vector<std::string> states;  ///< The newest first.
+  } cases[] = {
+      {"the first look", [] {}, 2001, {"thinking"}},
+      {"nothing", [] {}, 0, {"thinking"}},
+      {"an event", [&] { record(u"busy"_s, "tool", 4, "Bash", place); }, 1, {"tool"}},
+      {"another session", [&] { record(u"new"_s, "idle", 3, "", place); }, 1, {"idle", "tool"}},
+      {"what no record is", [&] { put(place + u"notes.txt"_s, "{}"); }, 0, {"idle", "tool"}},
+      {"a record that breaks", [&] { put(busy, "{"); }, 1, {"idle"}},
+      {"and comes back", [&] { record(u"busy"_s, "permission", 2, "", place); }, 1, {"permission", "idle"}},
+      {"one that goes", [&] { QFile::remove(at(busy)); }, 1, {"idle"}},
+      {"a folder that goes", [&] { QDir().rename(at(u"activity"_s), at(u"older"_s)); }, 0, {}},
+      {"and another one", [&] { record(u"busy"_s, "ended", 1, "", place); }, 1, {"ended"}},
+  };
+  for (const auto& each : cases) {
+    each.happens();
+    const qint64 before = folder.opened();
+    std::vector<std::string> states;
+    for (const ClaudeActivityRecord& found : folder.find(kNow).records) states.push_back(found.state);
+    EXPECT_EQ(states, each.states) << each.what;
+    EXPECT_EQ(folder.opened() - before, each.opened) << each.what;
+  }
+  // As many as are too many, and one less; then the clock is set back.
+  for (int i = 0; i < 1000; ++i) record(QString::number(i), "thinking", 10 + i, "", place);
+  EXPECT_EQ(failureOf([&] { folder.find(kNow); }), "More than 1,000 active Claude sessions; activity is unavailable.");
+  QFile::remove(at(busy));
+  EXPECT_EQ(folder.find(kNow).records.size(), 1000);
+  EXPECT_EQ(folder.find(kNow.addDays(2)).records.size(), 0);
+  EXPECT_EQ(folder.find(kNow).records.size(), 1000);
 }
 
 TEST_F(ClaudeActivityReading, EndsWhenNobodyWantsItAnyMore) {

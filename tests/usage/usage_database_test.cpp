@@ -57,7 +57,7 @@ class UsageDatabaseFiles : public FolderTest {
     for (const QString& name : entries()) QFile::remove(at(name));
   }
 
-  SqliteDatabases databases;
+  SqliteDatabases databases{3600};  // A busy machine needs longer than a user is kept waiting.
 };
 
 TEST_F(UsageDatabaseFiles, OfOpenCodeAreAddedUp) {
@@ -149,6 +149,12 @@ TEST_F(UsageDatabaseFiles, AreShownWholeOrNotAtAll) {
     Owner(path()).run(sql);
     EXPECT_EQ(failureOf([this] { openCode(); }), sentence) << sql.left(120).constData();
   }
+}
+
+TEST_F(UsageDatabaseFiles, AreGivenUpAfterTheirTime) {
+  Owner(path()).run("CREATE TABLE message(id TEXT, data TEXT)").run(openCodeRow("a", "gemini-x", kMillis, kTokens));
+  databases = SqliteDatabases(0);
+  EXPECT_EQ(failureOf([this] { openCode(); }), kBusy);
 }
 
 TEST_F(UsageDatabaseFiles, AreOpenedOnlyWhereThatIsSafe) {

@@ -16,9 +16,9 @@ class SqlReader {
  public:
   virtual ~SqlReader() = default;
 
-  /// Called once. `isStill` says that nobody has it open, so that no file is needed beside it. From here on the time of
-  /// UsageDatabase::kSeconds runs.
-  virtual SqlFailure open(const QByteArray& path, bool isStill, std::stop_token stop) = 0;
+  /// Called once. `isStill` says that nobody has it open, so that no file is needed beside it. From here on `seconds`
+  /// run, after which nothing more is read.
+  virtual SqlFailure open(const QByteArray& path, bool isStill, double seconds, std::stop_token stop) = 0;
   virtual SqlFailure rows(const QByteArray& sql, QList<UsageDatabase::Row>& found) = 0;
 };
 

@@ -86,10 +86,10 @@ Standing standingOf(const QString& path, const Stamps& stamps) {
 
 class SqliteDatabase final : public UsageDatabase {
  public:
-  SqliteDatabase(const QString& path, std::stop_token stop, MakeSqlReader make)
+  SqliteDatabase(const QString& path, double seconds, std::stop_token stop, MakeSqlReader make)
       : path_(path), stop_(stop), before_(path), standing_(standingOf(path, before_)), reader_(make()) {
     if (standing_ == Standing::Amidst) check(SqlFailure::Busy);
-    check(reader_->open(QFile::encodeName(path), standing_ == Standing::Still, std::move(stop)));
+    check(reader_->open(QFile::encodeName(path), standing_ == Standing::Still, seconds, std::move(stop)));
   }
 
   QList<Row> rows(const QString& sql) override {
@@ -135,7 +135,7 @@ std::unique_ptr<UsageDatabase> SqliteDatabases::open(const QString& path, std::s
       reinterpret_cast<MakeSqlReader>(ModuleLoader::function(QString::fromLatin1(kSqliteModule), kSqliteDoor));
   if (folder.isEmpty()) throw unavailable();
   if (!make) throw DomainError::invalid(sentenceOf(SqlFailure::NotOpened));
-  return std::make_unique<SqliteDatabase>(folder + QLatin1Char('/') + file.fileName(), std::move(stop), make);
+  return std::make_unique<SqliteDatabase>(folder + QLatin1Char('/') + file.fileName(), seconds_, std::move(stop), make);
 }
 
 }  // namespace tarnwick

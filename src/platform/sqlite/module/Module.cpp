@@ -20,10 +20,9 @@ class LibraryReader final : public SqlReader {
   Q_DISABLE_COPY_MOVE(LibraryReader)
   ~LibraryReader() override { close(); }
 
-  SqlFailure open(const QByteArray& path, bool isStill, std::stop_token stop) override {
+  SqlFailure open(const QByteArray& path, bool isStill, double seconds, std::stop_token stop) override {
     stop_ = std::move(stop);
-    deadline_ = Clock::now() +
-                std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(UsageDatabase::kSeconds));
+    deadline_ = Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     // As an address, so that it can be said that nothing changes.
     const QByteArray name =
         isStill ? "file:" + QUrl::toPercentEncoding(QString::fromUtf8(path), "/") + "?immutable=1" : path;
