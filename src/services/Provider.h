@@ -52,8 +52,10 @@ struct ProviderCredential {
   QString label;  ///< What the service calls it.
   QString placeholder = {};
   QString explanation;  ///< Which one is meant and what it must be allowed to do, in one line.
-  QUrl page = {};       ///< Where the service makes one.
+  QUrl page = {};       ///< Where the service makes or lists them; empty where none of its pages does.
   QString missing;      ///< The sentence when there is none.
+  /// That page for a widget where users have one each; null where `page` is everybody's.
+  QUrl (*pageOf)(const DockWidget& widget) = nullptr;
   /// Whether this widget cannot do without; null for all of the provider's.
   bool (*isNeeded)(const DockWidget& widget) = nullptr;
   bool isOneWord = false;  ///< One that holds white space is none; what is around it does not count.

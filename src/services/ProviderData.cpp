@@ -98,6 +98,12 @@ std::optional<QDateTime> ProviderData::date(QString text) {
   return moment;
 }
 
+QDate ProviderData::dayOf(const QJsonValue& text) {
+  static const QRegularExpression day(
+      u"^([0-9]{4}-[0-9]{2}-[0-9]{2})([T ]00:00(:00(\\.0+)?)?(Z|[+-][0-9:]{2,5})?)?\\z"_s);
+  return QDate::fromString(day.match(text.toString()).captured(1), Qt::ISODate);
+}
+
 QString ProviderData::day(const QDateTime& moment, const QTimeZone& zone) {
   return moment.toTimeZone(zone).date().toString(Qt::ISODate);
 }

@@ -45,6 +45,8 @@ struct ProviderData {
   static bool identifier(const QString& text);
   /// The moment that an ISO 8601 text names, as services write it; without a zone in UTC. Absent where it names none.
   static std::optional<QDateTime> date(QString text);
+  /// The day that a text names, alone or by the moment at which it begins; invalid where it names none.
+  static QDate dayOf(const QJsonValue& text);
   /// "2026-11-24", the day of a moment in a zone.
   static QString day(const QDateTime& moment, const QTimeZone& zone);
   /// The texts between commas, trimmed, without empty ones.

@@ -83,6 +83,10 @@ struct RemoteValue {
   QList<ServiceRow> rows;
   QList<UsageWindow> usageWindows;
   std::optional<Activity> activity = std::nullopt;
+  /// When each of the numbers was, where the service says so: a day, invalid for one of which that is not known, or a
+  /// moment.
+  QList<QDate> numberDays = {};
+  QList<QDateTime> numberMoments = {};
 
   bool operator==(const RemoteValue&) const = default;
 };

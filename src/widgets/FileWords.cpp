@@ -38,11 +38,17 @@ QString agoWord(const QDateTime& then, const QDateTime& now, const QLocale& loca
   const qint64 minutes = then.secsTo(now) / 60;
   if (minutes < 1) return TileWords::tr("now");
   if (minutes < 60) return TileWords::tr("%1 min ago").arg(locale.toString(minutes));
-  const qint64 days = then.toTimeZone(now.timeZone()).date().daysTo(now.date());
-  if (days < 1) return TileWords::tr("%1 h ago").arg(locale.toString(minutes / 60));
+  const QDate day = then.toTimeZone(now.timeZone()).date();
+  if (day >= now.date()) return TileWords::tr("%1 h ago").arg(locale.toString(minutes / 60));
+  return dayWord(day, now.date(), locale);
+}
+
+QString dayWord(const QDate& then, const QDate& today, const QLocale& locale) {
+  const qint64 days = then.daysTo(today);
+  if (days == 0) return TileWords::tr("today");
   if (days == 1) return TileWords::tr("yesterday");
-  if (days < 7) return TileWords::tr("%1 days ago").arg(locale.toString(days));
-  return locale.toString(then.toTimeZone(now.timeZone()).date(), QLocale::ShortFormat);
+  if (days > 0 && days < 7) return TileWords::tr("%1 days ago").arg(locale.toString(days));
+  return locale.toString(then, QLocale::ShortFormat);
 }
 
 QString shortFolder(const QString& path) {

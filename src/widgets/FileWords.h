@@ -10,6 +10,9 @@ namespace tarnwick {
 /// date.
 QString agoWord(const QDateTime& then, const QDateTime& now, const QLocale& locale);
 
+/// How long ago a whole day was: "today", "yesterday", "5 days ago", and from a week on the date.
+QString dayWord(const QDate& then, const QDate& today, const QLocale& locale);
+
 /// A folder in the short form in which people know it: "~/Documents".
 QString shortFolder(const QString& path);
 

@@ -9,6 +9,7 @@
 #include "services/Keychain.h"
 #include "support/FileTest.h"
 #include "support/Wait.h"
+#include "views/controls/Buttons.h"
 #include "views/controls/Segments.h"
 #include "views/library/AnswerModel.h"
 #include "views/library/AnswerTree.h"
@@ -285,6 +286,24 @@ TEST_F(ConnectionFormTest, AServiceAsksForWhatItNeedsAndGoesToItsOwnAddress) {
       fixture_.editor(fixture_.add(u"analyticsPlausible"_s, {{option::endpoint, u"https://one.example"_s}}).id);
   EXPECT_TRUE(named<QLineEdit>(*own, u"Address"_s)->isVisible());
   EXPECT_FALSE(named<QLineEdit>(*own, u"Site domain"_s)->isVisible());
+}
+
+TEST_F(ConnectionFormTest, ThePageOfTheTokenIsThatOfTheServerInTheForm) {
+  const auto window = fixture_.editor(fixture_.add(u"homeAssistant"_s, {{option::connectionMode, value::native}}).id);
+  const auto offered = [&window] {
+    QStringList pages;
+    for (const auto* button : window->findChildren<Button*>())
+      if (button->isVisible() && button->text().startsWith(u"Open "_s)) pages << button->text();
+    return pages.join(u'|');
+  };
+  EXPECT_EQ(offered(), QString()) << "no server is known";
+  write(*window, u"Server address"_s, u"https://home.example:8123/"_s);
+  EXPECT_EQ(offered(), u"Open home.example"_s);
+  press(*window, u"Open home.example"_s);
+  EXPECT_TRUE(fixture_.commands.asked.contains(u"https://home.example:8123/profile/security"_s))
+      << fixture_.commands.asked.join(u'|').toStdString();
+  write(*window, u"Server address"_s, u"http://home.example"_s);
+  EXPECT_EQ(offered(), QString());
 }
 
 TEST_F(ConnectionFormTest, WhatAServiceRefusesIsSaidUnderItsLine) {

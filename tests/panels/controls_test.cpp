@@ -204,6 +204,45 @@ TEST(Charts, TellTheValueUnderThePointerAndWhatTheirEdgesMean) {
   }
 }
 
+TEST(Charts, SayWhenAValueWasAndGoFromValueToValueByTheArrows) {
+  Window window;
+  auto* chart = window.add(new ChartView(u"Visitors"_s));
+  EXPECT_EQ(chart->focusPolicy(), Qt::NoFocus) << "there is nothing to be told";
+  chart->setSeries({{{10, 20, 30, 40}, {}}});
+  chart->setWords([](double value) { return QString::number(value); });
+  chart->setPlaces([](qsizetype before) { return before == 2 ? QString() : u"%1 days ago"_s.arg(before); });
+  chart->setAccessibleDescription(u"Highest 40"_s);
+  window.bring();
+  chart->setFocus(Qt::TabFocusReason);
+  const auto spoken = [chart](QAccessible::Text kind) {
+    return QAccessible::queryAccessibleInterface(chart)->text(kind);
+  };
+  EXPECT_EQ(spoken(QAccessible::Description), u"40 · 0 days ago. Highest 40"_s);
+  const struct {
+    Qt::Key key;
+    QString told;
+  } cases[] = {
+      {Qt::Key_Right, u"40 · 0 days ago"_s}, {Qt::Key_Left, u"30 · 1 days ago"_s}, {Qt::Key_Left, u"20"_s},
+      {Qt::Key_Home, u"10 · 3 days ago"_s},  {Qt::Key_Left, u"10 · 3 days ago"_s}, {Qt::Key_End, u"40 · 0 days ago"_s},
+  };
+  for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    chart->setLayoutDirection(direction);  // Time goes on to the right in both.
+    for (const auto& each : cases) {
+      QTest::keyClick(chart, each.key);
+      EXPECT_EQ(chart->pointedWords(), each.told);
+      EXPECT_EQ(spoken(QAccessible::Value), each.told);
+    }
+  }
+  // What follows moves on below what is pointed at.
+  QTest::keyClick(chart, Qt::Key_Left);
+  chart->setSeries({{{20, 30, 40, 50}, {}, u"In"_s}, {{1, 2, 3}, {}, u"Out"_s}});
+  EXPECT_EQ(chart->pointedWords(), u"In 40 · Out 2 · 1 days ago"_s);
+  chart->setSeries({{{20}, {}}});
+  EXPECT_EQ(chart->pointedWords(), QString());
+  chart->clearFocus();
+  EXPECT_EQ(spoken(QAccessible::Description), u"Highest 40"_s);
+}
+
 /// A pane in the colours of the dock, with a control on it.
 struct Pane final : QWidget, LookSource {
   ControlLook is;

@@ -1,7 +1,14 @@
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <QTemporaryDir>
 #include <QUrlQuery>
+#include <cerrno>
+#include <cstddef>
 
 #include "base/DomainError.h"
 #include "secret/FakeSecretStore.h"
@@ -54,6 +61,20 @@ TEST(SignIn, AsksTheServiceForWhatItsRowSays) {
   EXPECT_EQ(first.size(), 43);
   EXPECT_NE(first, OAuthContract::random());
 }
+
+/// Ends the process, with 0 where it says that it cannot begin to sign in without random bytes.
+[[noreturn]] void beginWithoutRandomBytes() {
+  sock_filter rules[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                         BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_getrandom, 0, 1),
+                         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EIO),
+                         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+  const sock_fprog program{4, rules};
+  if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+    ::_exit(2);
+  ::_exit(outcomeOf(&OAuthContract::random) == "Could not create a secure sign-in session."_L1 ? 0 : 1);
+}
+
+TEST(SignIn, DoesNotBeginWithoutRandomBytes) { EXPECT_EXIT(beginWithoutRandomBytes(), testing::ExitedWithCode(0), ""); }
 
 TEST(SignIn, TakesOfAnAnswerOnlyWhatMakesAWholeSignIn) {
   const QString noOffline =

@@ -104,7 +104,7 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
   const struct {
     QString kind;
     Options options;
-    QString answer;
+    QString answer;  ///< Of several parted by " then " the last one to all requests that follow.
     QString sentence;
   } cases[] = {
       {u"analyticsGitHub"_s, repository, u"[]"_s, u"The provider returned an unexpected response."_s},
@@ -154,6 +154,10 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
       {u"revenueDodoPayments"_s, {}, u"{}"_s, u"Dodo did not return ledger entries."_s},
       {u"dubShortener"_s, {}, u"{}"_s, u"Dub did not return links."_s},
       {u"analyticsDataFast"_s, {}, uR"({"data":[]})"_s, u"DataFast did not return a single aggregate overview."_s},
+      {u"analyticsDataFastChart"_s,
+       {},
+       uR"({"data":[{"visitors":1,"pageviews":1,"sessions":1}]} then {"data":{}})"_s,
+       u"DataFast did not return its time series."_s},
       {u"socialYouTube"_s, {{u"channel"_s, u"@a"_s}}, uR"({"items":[]})"_s, u"YouTube channel not found."_s},
       {u"homeAssistant"_s, entity, uR"({"entity_id":"light.b"})"_s,
        u"Home Assistant did not return the requested entity."_s},
@@ -266,7 +270,12 @@ TEST_F(Conversations, EndWithASentenceWhereAnAnswerIsNotWhatWasAskedFor) {
     QStringList requests;
     EXPECT_EQ(outcome(
                   each.kind, each.options, u"key"_s,
-                  [&](int index) { return QString(each.answer).replace(u"%1"_s, QString::number(index)); }, requests),
+                  [&](int index) {
+                    const QStringList answers = each.answer.split(u" then "_s);
+                    return QString(answers[std::min<qsizetype>(index, answers.size() - 1)])
+                        .replace(u"%1"_s, QString::number(index));
+                  },
+                  requests),
               each.sentence)
         << each.kind.toStdString() << each.answer.toStdString();
   }
@@ -533,6 +542,30 @@ TEST_F(Conversations, StopAtTheirLastPageAndSaySo) {
     if (list.frame.contains(u"%3"_s)) {
       EXPECT_EQ(list.readTo({}).toStdString(), list.lost.toStdString());
     }
+  }
+}
+
+TEST_F(Conversations, AskForAnotherPageBehindAFullOne) {
+  const struct {
+    QString kind, row, frame;
+    int entries;
+    qsizetype requests;
+  } cases[] = {
+      {u"revenueDodoPayments"_s, uR"({"currency":"EUR"})"_s, uR"({"items":[%1]})"_s, 99, 1},
+      {u"revenueDodoPayments"_s, uR"({"currency":"EUR"})"_s, uR"({"items":[%1]})"_s, 100, 2},
+      // It may be asked for more than it gives at a time.
+      {u"analyticsGitHub"_s, uR"({"id":"1"})"_s, u"[%1]"_s, 49, 1},
+      {u"analyticsGitHub"_s, uR"({"id":"1"})"_s, u"[%1]"_s, 50, 2},
+  };
+  for (const auto& each : cases) {
+    QStringList requests;
+    const QString shown = outcome(
+        each.kind, {}, u"key"_s,
+        [&](int index) { return QString(each.frame).arg(QStringList(index ? 0 : each.entries, each.row).join(u',')); },
+        requests);
+    EXPECT_EQ(requests.size(), each.requests) << each.kind.toStdString() << each.entries;
+    EXPECT_FALSE(shown.contains(u"artial"_s) || shown.contains(u"not a complete"_s)) << shown.toStdString();
+    EXPECT_TRUE(shown.contains(QString::number(each.entries))) << shown.toStdString();
   }
 }
 

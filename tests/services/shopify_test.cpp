@@ -130,6 +130,8 @@ TEST(Shopify, ReadsAWholeReportOrSaysWhatIsMissing) {
   }
   for (const int days : {0, 2, 31})
     EXPECT_EQ(shopSentence([&] { ShopifyReportPeriod(days, kTuesday); }), u"Choose a period of 1, 7, or 30 days."_s);
+  EXPECT_EQ(shopSentence([] { ShopifyReportPeriod(7, QDateTime()); }),
+            u"The reporting period could not be calculated."_s);
 }
 
 TEST(Shopify, SumsOrdersByTheDayOfTheStoresClock) {

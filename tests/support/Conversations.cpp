@@ -47,7 +47,12 @@ QString told(const RemoteValue& value) {
                 (row.url ? u" → "_s + row.url->toString() : QString());
   }
   QStringList numbers;
-  for (const double number : value.numbers) numbers << QString::number(number);
+  for (qsizetype i = 0; i < value.numbers.size(); ++i) {
+    const QString day = value.numberDays.value(i).toString(Qt::ISODate);
+    const QString moment = value.numberMoments.value(i).toUTC().toString(Qt::ISODate);
+    numbers << QString::number(value.numbers[i]) + (day.isEmpty() ? QString() : u'@' + day) +
+                   (moment.isEmpty() ? QString() : u'@' + moment);
+  }
   QStringList windows;
   for (const UsageWindow& window : value.usageWindows) {
     windows << u"%1 %2 %3% %4 %5"_s.arg(window.id, window.label)
@@ -80,7 +85,7 @@ QList<Conversation> ofDevelopers() {
          uR"({"data":{"user":{"contributionsCollection":{"contributionCalendar":{"weeks":[
              {"contributionDays":[{"date":"2026-11-17","contributionCount":9},{"date":"2026-11-23","contributionCount":3}]},
              {"contributionDays":[{"date":"2026-11-24","contributionCount":4}]}]}}}}})"_s}},
-       u"4 | Contributions today | 16 in the last year | 7 days=7 |  | 9 3 4"_s},
+       u"4 | Contributions today | 16 in the last year | 7 days=7 |  | 9@2026-11-17 3@2026-11-23 4@2026-11-24"_s},
       {u"analyticsGitHub"_s,
        {},
        {{u"GET "_s + github + u"/notifications?all=false&page=1&per_page=100 Bearer key"_s,
@@ -99,6 +104,14 @@ QList<Conversation> ofDevelopers() {
        {{u"repository"_s, u"a/b"_s}, {u"field"_s, u"open_issues_count"_s}},
        {{u"GET "_s + github + u"/repos/a/b Bearer key"_s, uR"({"open_issues_count":7})"_s}},
        u"7 | Open issues & pull requests | a/b"_s},
+      {u"analyticsGitHub"_s,
+       {{u"repository"_s, u"a/b"_s}, {u"field"_s, u"stargazers_count"_s}},
+       {{u"GET "_s + github + u"/repos/a/b Bearer key"_s, uR"({"stargazers_count":1200})"_s}},
+       u"1200 | Repository stars | a/b"_s},
+      {u"analyticsGitHub"_s,
+       {{u"repository"_s, u"a/b"_s}, {u"field"_s, u"forks"_s}},
+       {{u"GET "_s + github + u"/repos/a/b Bearer key"_s, uR"({"forks":3})"_s}},
+       u"3 | Repository forks | a/b"_s},
       {u"productivityLinear"_s,
        {},
        {{u"POST https://api.linear.app/graphql raw key "
@@ -127,6 +140,14 @@ QList<Conversation> ofDevelopers() {
          uR"({"result":[]})"_s},
         {u"GET https://api.supabase.com/v1/projects/abcdefghijklmnopqrst/config/disk/util Bearer key"_s, u"403"_s}},
        u"0 | REST requests · 24 hours | Disk metric: Unavailable | REST=0, Auth=0"_s},
+      {u"analyticsSupabase"_s,
+       {{u"projectRef"_s, u"abcdefghijklmnopqrst"_s}},
+       {{u"GET https://api.supabase.com/v1/projects/abcdefghijklmnopqrst/analytics/endpoints/"
+         "usage.api-counts?interval=1day Bearer key"_s,
+         uR"({"result":[]})"_s},
+        {u"GET https://api.supabase.com/v1/projects/abcdefghijklmnopqrst/config/disk/util Bearer key"_s,
+         uR"({"metrics":{"fs_used_bytes":9,"fs_size_bytes":3}})"_s}},
+       u"0 | REST requests · 24 hours | Disk metric: Invalid disk usage. | REST=0, Auth=0"_s},
       {u"analyticsResend"_s,
        {},
        {{u"GET https://api.resend.com/emails?limit=100 Bearer key"_s,
@@ -144,8 +165,8 @@ QList<Conversation> ofDevelopers() {
          uR"({"results":[{"metrics":[4210],"dimensions":[]}]})"_s},
         {u"POST https://plausible.io/api/v2/query Bearer key "
          "{\"date_range\":\"7d\",\"dimensions\":[\"time:day\"],\"metrics\":[\"visitors\"],\"site_id\":\"example.com\"}"_s,
-         uR"({"results":[{"metrics":[600]},{"metrics":[610]}]})"_s}},
-       u"4210 | Unique visitors · 7 days |  |  |  | 600 610"_s},
+         uR"({"results":[{"metrics":[600],"dimensions":["2026-11-23"]},{"metrics":[610],"dimensions":["a day"]}]})"_s}},
+       u"4210 | Unique visitors · 7 days |  |  |  | 600@2026-11-23 610"_s},
       {u"analyticsDubOverview"_s,
        {},
        {{u"GET https://api.dub.co/analytics?event=clicks&interval=7d Bearer key"_s, uR"({"clicks":320})"_s}},
@@ -159,8 +180,8 @@ QList<Conversation> ofDevelopers() {
        {{u"site"_s, u"example.com"_s}},
        {{u"GET https://simpleanalytics.com/example.com.json?fields=visitors%2Cpageviews%2Chistogram&start=2026-11-18&"
          "timezone=UTC&version=6 · Api-Key: key"_s,
-         uR"({"status":"success","visitors":70,"pageviews":"95","histogram":[{"visitors":30},{"visitors":40}]})"_s}},
-       u"70 | Unique visitors · 7 days |  | Pageviews=95 |  | 30 40"_s},
+         uR"({"status":"success","visitors":70,"pageviews":"95","histogram":[{"date":"2026-11-23","visitors":30},{"date":"2026-11-24","visitors":40}]})"_s}},
+       u"70 | Unique visitors · 7 days |  | Pageviews=95 |  | 30@2026-11-23 40@2026-11-24"_s},
       {u"analyticsDataFast"_s,
        {},
        {{u"GET https://datafa.st/api/v1/analytics/overview?endAt=2026-11-24&fields=visitors%2Cpageviews%2Csessions&"
@@ -174,8 +195,8 @@ QList<Conversation> ofDevelopers() {
          uR"({"data":[{"visitors":12,"pageviews":30,"sessions":14}]})"_s},
         {u"GET https://datafa.st/api/v1/analytics/timeseries?endAt=2026-11-24&fields=visitors&interval=day&"
          "startAt=2026-11-18 Bearer key"_s,
-         uR"({"data":[{"visitors":5},{"visitors":7}]})"_s}},
-       u"12 | Unique visitors · 7 days |  | Pageviews=30, Sessions=14 |  | 5 7"_s},
+         uR"({"data":[{"visitors":5,"timestamp":"2026-11-23T00:00:00.000Z"},{"visitors":7,"timestamp":"2026-11-24T09:00:00Z"}]})"_s}},
+       u"12 | Unique visitors · 7 days |  | Pageviews=30, Sessions=14 |  | 5@2026-11-23 7"_s},
   };
 }
 
@@ -198,8 +219,8 @@ QList<Conversation> ofMoneyAndMarkets() {
        {},
        {{u"GET https://api.polar.sh/v1/metrics/?end_date=2026-11-24&interval=day&start_date=2026-10-25&timezone=UTC "
          "Bearer key"_s,
-         uR"({"totals":{"net_revenue":123456},"periods":[{"net_revenue":100},{"net_revenue":250}]})"_s}},
-       u"$1,234.56 | Net revenue · 30 days |  |  |  | 1 2.5"_s},
+         uR"({"totals":{"net_revenue":123456},"periods":[{"net_revenue":100,"timestamp":"2026-11-23T00:00:00Z"},{"net_revenue":250}]})"_s}},
+       u"$1,234.56 | Net revenue · 30 days |  |  |  | 1@2026-11-23 2.5"_s},
       {u"revenueDodoPayments"_s,
        {{u"currency"_s, u"JPY"_s}},
        {{u"GET https://live.dodopayments.com/balances/ledger?created_at_gte=2026-10-25T10%3A24%3A00Z&created_at_lte="
@@ -218,7 +239,7 @@ QList<Conversation> ofMoneyAndMarkets() {
          uR"({"data":{"shopifyqlQuery":{"tableData":{"columns":[{"name":"day"},{"name":"total_sales"}],"rows":[{"day":"2026-11-24","total_sales":"1234.5"}]}}}})"_s}},
        u"€1,234.50 | Total sales · today |  | Net sales=€1,200.00, Returns=-€34.50, Orders=3, Average order=€411.50 |  "
        u"| "
-       u"1234.5"_s},
+       u"1234.5@2026-11-24"_s},
       {u"shopifyRevenue"_s,
        {{u"shop"_s, u"tarn.myshopify.com"_s}, {u"shopifyReportMode"_s, u"orders"_s}},
        {{u"POST https://tarn.myshopify.com/admin/api/2026-10/graphql.json · X-Shopify-Access-Token: key "
@@ -231,7 +252,7 @@ QList<Conversation> ofMoneyAndMarkets() {
          uR"({"data":{"orders":{"nodes":[{"id":"1","createdAt":"2026-11-24T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"30.0","currencyCode":"USD"}}},
              {"id":"2","createdAt":"2026-11-12T09:00:00Z","currentTotalPriceSet":{"shopMoney":{"amount":"20.0","currencyCode":"USD"}}}],"pageInfo":{"hasNextPage":false}}}})"_s}},
        u"$30.00 | Total sales · 7 days | Paid orders by their current total. | Orders=1, Average order=$30.00, "
-       u"Change=+50.0% |  | 0 0 0 0 0 0 30"_s},
+       u"Change=+50.0% |  | 0@2026-11-18 0@2026-11-19 0@2026-11-20 0@2026-11-21 0@2026-11-22 0@2026-11-23 30@2026-11-24"_s},
       {u"cryptoQuote"_s,
        {},
        {{u"GET "_s + coins +
@@ -244,8 +265,8 @@ QList<Conversation> ofMoneyAndMarkets() {
        {{u"GET "_s + coins + u"/simple/price?ids=bitcoin"_s + price,
          uR"({"bitcoin":{"usd":98765.4,"usd_24h_change":2}})"_s},
         {u"GET "_s + coins + u"/coins/bitcoin/market_chart?days=7&vs_currency=usd · x-cg-demo-api-key: key"_s,
-         uR"({"prices":[[1,98000],[2,98765.4]]})"_s}},
-       u"$98,765.40 | +2.00% · 24h | Bitcoin · USD\nMarket data by CoinGecko |  |  | 98000 98765.4"_s},
+         uR"({"prices":[[1795510800000,98000],[1795514400000,98765.4]]})"_s}},
+       u"$98,765.40 | +2.00% · 24h | Bitcoin · USD\nMarket data by CoinGecko |  |  | 98000@2026-11-24T09:00:00Z 98765.4@2026-11-24T10:00:00Z"_s},
       {u"cryptoChart"_s,
        {{u"coin"_s, u"shiba-inu"_s}},
        {{u"GET "_s + coins +
@@ -253,8 +274,8 @@ QList<Conversation> ofMoneyAndMarkets() {
              "x-cg-demo-api-key: key"_s,
          uR"({"shiba-inu":{"usd":0.0000123456}})"_s},
         {u"GET "_s + coins + u"/coins/shiba-inu/market_chart?days=7&vs_currency=usd · x-cg-demo-api-key: key"_s,
-         uR"({"prices":[[1,1],[2,3]]})"_s}},
-       u"$0.00001235 | 24-hour change unavailable | Shiba Inu · USD\nMarket data by CoinGecko |  |  | 1 3"_s},
+         uR"({"prices":[[1795510800000,1],[1795514400000,3]]})"_s}},
+       u"$0.00001235 | 24-hour change unavailable | Shiba Inu · USD\nMarket data by CoinGecko |  |  | 1@2026-11-24T09:00:00Z 3@2026-11-24T10:00:00Z"_s},
       {u"cryptoWatchlist"_s,
        {{u"coin"_s, u"bitcoin, , solana"_s}},
        {{u"GET "_s + coins + u"/simple/price?ids=bitcoin%2Csolana"_s + price,
@@ -279,7 +300,7 @@ QList<Conversation> ofMoneyAndMarkets() {
        {},
        {{u"GET https://api.twelvedata.com/time_series?apikey=key&interval=1day&outputsize=30&symbol=AAPL"_s,
          uR"({"meta":{"currency":"EUR"},"values":[{"close":"110","datetime":"2026-11-24"},{"close":"100"}]})"_s}},
-       u"€110.00 | +10.00% · AAPL | As of 2026-11-24 · Twelve Data |  |  | 100 110"_s},
+       u"€110.00 | +10.00% · AAPL | As of 2026-11-24 · Twelve Data |  |  | 100 110@2026-11-24"_s},
   };
 }
 
@@ -356,6 +377,13 @@ QList<Conversation> ofAccountsAndPlans() {
          uR"({"data":{"limits":[{"type":"TOKENS_LIMIT","percentage":3,"nextResetTime":1795521600000}]}})"_s}},
        u"97% | Remaining · Token allowance | Token allowance · 3% used · resets Nov 24, 2026, 12:00 PM | Token "
        u"allowance=97% left |  |  | glm.TOKENS_LIMIT Token allowance 3% 0 2026-11-24T12:00:00Z"_s},
+      {u"glmUsage"_s,
+       {},
+       {{u"GET https://api.z.ai/api/monitor/usage/quota/limit Bearer key"_s,
+         uR"({"data":{"limits":[{"type":"TIME_LIMIT","percentage":10},{"type":"OTHER","percentage":20}]}})"_s}},
+       u"90% | Remaining · Tool allowance | Tool allowance · 10% used · reset unavailable\nQuota · 20% used · reset "
+       u"unavailable | Tool allowance=90% left, Quota=80% left |  |  | glm.TIME_LIMIT Tool allowance 10% 0 never, "
+       u"glm.OTHER Quota 20% 0 never"_s},
       {u"copilotUsage"_s,
        {},
        {{u"GET https://api.github.com/copilot_internal/user Bearer key"_s,

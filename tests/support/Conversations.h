@@ -33,7 +33,7 @@ RemoteValue outcomeOf(const Conversation& conversation);
 /// "GET https://… Bearer key · Name: value", "POST https://… {…}".
 QString told(const ServiceCall& call);
 /// What a tile and its panel get: headline | subtitle | detail | metrics | rows | numbers | windows, without what is
-/// empty at the end.
+/// empty at the end. A number is told with its day or moment where that is known.
 QString told(const RemoteValue& value);
 /// An object or an array. The test fails for what is neither.
 QJsonValue parsed(const QString& text);

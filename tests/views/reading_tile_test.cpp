@@ -64,6 +64,13 @@ TEST(FileWords, SpeedsAndAges) {
        {Age{-600, "now"}, Age{59, "now"}, Age{130, "2 min ago"}, Age{3599, "59 min ago"}, Age{3600 * 10, "10 h ago"},
         Age{3600 * 11, "yesterday"}, Age{86400 * 3, "3 days ago"}, Age{86400 * 8, "16/11/2026"}})
     EXPECT_EQ(agoWord(now.addSecs(-each.seconds), now, english).toStdString(), each.words);
+  struct Day {
+    qint64 before;
+    std::string words;
+  };
+  for (const Day& each :
+       {Day{0, "today"}, Day{1, "yesterday"}, Day{5, "5 days ago"}, Day{7, "17/11/2026"}, Day{-1, "25/11/2026"}})
+    EXPECT_EQ(dayWord(now.date().addDays(-each.before), now.date(), english).toStdString(), each.words);
   EXPECT_EQ(memoryWords(english, 9.8 * (1 << 30), 16.0 * (1 << 30)), u"9.8 of 16 GB"_s);
 }
 

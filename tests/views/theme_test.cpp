@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "../support/TestFrameClock.h"
+#include "views/families/Rooms.h"
 #include "views/theme/BadgePicture.h"
 #include "views/theme/DesktopLook.h"
 #include "views/theme/Emoji.h"
@@ -133,6 +134,20 @@ TEST(Badges, TellServicesApartBySmallLettersAloneAndByInitialAndColour) {
       EXPECT_NE(picture(badges[i], false, BadgeDetail::Initial, 13),
                 picture(badges[j], false, BadgeDetail::Initial, 13));
     }
+}
+
+TEST(Badges, HaveTheColourOfTheBarsAndChartsOfTheirService) {
+  const Palette palette = Palette::make(DockStyle::Black, Backdrop::Plain, false, false);
+  QHash<QString, Accent> accents;  // By service.
+  for (const WidgetDefinition& item : Catalog::items()) {
+    if (!isConnectedFamily(item.family)) continue;
+    const ServiceBadge badge = serviceBadge(item);
+    const Accent accent = tileAccent(item);
+    EXPECT_EQ(accents.value(badge.letters, accent), accent) << qPrintable(item.id);
+    accents.insert(badge.letters, accent);
+    const int apart = std::abs(palette.badge(badge.color).ground.hue() - palette.accent(accent).hue());
+    EXPECT_LE(std::min(apart, 360 - apart), 45) << qPrintable(item.id);
+  }
 }
 
 TEST(Text, FiguresKeepTheirWidthWhateverTheirDigits) {

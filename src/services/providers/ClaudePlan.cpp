@@ -35,6 +35,7 @@ Provider claudePlan() {
       .credential = {.label = token,
                      .placeholder = u"sk-ant-oat…"_s,
                      .explanation = ServiceWords::tr("The token that “claude setup-token” prints."),
+                     .page = QUrl(u"https://claude.ai/settings/claude-code"_s),
                      .missing = UsageReport::missing(token),
                      .isOneWord = true},
       .topics = {{.kinds = {{kind::claudePlanUsage}, {kind::claudePlanUsageGauge}},

@@ -87,6 +87,7 @@ QCoro::Task<RemoteValue> fetchPriceChart(ProviderRequest request, std::stop_toke
   for (const QJsonValue& point : ProviderData::list(history, u"prices"_s, noHistory)) {
     require(point[1].isDouble(), noHistory);
     value.numbers << point[1].toDouble();
+    value.numberMoments << QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(point[0].toDouble()), QTimeZone::utc());
   }
   require(value.numbers.size() > 1, noHistory);
   co_return value;

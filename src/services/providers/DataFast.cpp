@@ -38,8 +38,10 @@ QCoro::Task<RemoteValue> fetchOverviewByDay(ProviderRequest request, std::stop_t
   const ServiceCall call = request.call(u"/api/v1/analytics/timeseries"_s, query);
   const QJsonValue body = co_await request.answer(call, stop);
   const QString noSeries = ServiceWords::tr("DataFast did not return its time series.");
-  for (const QJsonValue& day : ProviderData::list(body, u"data"_s, noSeries))
+  for (const QJsonValue& day : ProviderData::list(body, u"data"_s, noSeries)) {
     value.numbers << ProviderData::number(day[u"visitors"], u"visitors"_s);
+    value.numberDays << ProviderData::dayOf(day[u"timestamp"]);
+  }
   co_return value;
 }
 

@@ -34,6 +34,11 @@ QCoro::Task<RemoteValue> fetchGLM(ProviderRequest request, std::stop_token stop)
   co_return UsageReport::of(request.now(), windows);
 }
 
+QUrl keysPage(const DockWidget& widget) {
+  return QUrl(widget.options.value(option::region) == kChina ? u"https://open.bigmodel.cn/usercenter/apikeys"_s
+                                                             : u"https://z.ai/manage-apikey/apikey-list"_s);
+}
+
 }  // namespace
 
 Provider glm() {
@@ -46,8 +51,8 @@ Provider glm() {
       .page = u"https://z.ai/manage-apikey/subscription"_s,
       .credential = {.label = key,
                      .explanation = ServiceWords::tr("The API key of the account that has the plan."),
-                     .page = QUrl(u"https://z.ai/manage-apikey/apikey-list"_s),
                      .missing = UsageReport::missing(key.toLower()),
+                     .pageOf = keysPage,
                      .isOneWord = true},
       .normalise = normaliseGLM,
       .topics = {{.kinds = {{kind::glmUsage}},

@@ -82,7 +82,10 @@ QCoro::Task<RemoteValue> fetchContributions(ProviderRequest request, std::stop_t
   const ContributionSummary summary = ContributionSummary::decode(days, request.now());
   RemoteValue value = request.shown(QString::number(summary.today), ServiceWords::tr("Contributions today"));
   value.detail = summary.totalText();
-  for (const QJsonValue& day : days) value.numbers << day[u"contributionCount"].toDouble();
+  for (const QJsonValue& day : days) {
+    value.numbers << day[u"contributionCount"].toDouble();
+    value.numberDays << ProviderData::dayOf(day[u"date"]);
+  }
   value.metrics = {{ServiceWords::tr("7 days"), QString::number(summary.lastSevenDays)}};
   co_return value;
 }

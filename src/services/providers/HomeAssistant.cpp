@@ -8,14 +8,34 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString serverOf(const DockWidget& widget) {
+  QString server = widget.options.value(option::server).trimmed();
+  while (server.endsWith(u'/')) server.chop(1);
+  return server;
+}
+
+/// Throws DomainError for what is no address of a server.
+QUrl addressOf(const QString& server) {
+  const QUrl address = ProviderData::url(server);
+  require(!address.hasQuery() && !address.hasFragment(), ServiceWords::tr("Enter a valid HTTPS service address."));
+  return address;
+}
+
+/// The profile of the user on their own server; invalid until its address is entered.
+QUrl profilePage(const DockWidget& widget) {
+  try {
+    return QUrl(addressOf(serverOf(widget)).toString() + "/profile/security"_L1);
+  } catch (const DomainError&) {
+    return {};
+  }
+}
+
 /// The server is the user's own: it is what the credential belongs to.
 void normaliseHome(DockWidget& widget) {
   OptionRules options(widget);
-  QString server = options.trimmed(option::server);
-  while (server.endsWith(u'/')) server.chop(1);
+  const QString server = serverOf(widget);
   try {
-    const QUrl address = ProviderData::url(server);
-    require(!address.hasQuery() && !address.hasFragment(), ServiceWords::tr("Enter a valid HTTPS service address."));
+    addressOf(server);
   } catch (const DomainError& fault) {
     throw OptionError(option::server, fault.message());
   }
@@ -61,7 +81,8 @@ Provider homeAssistant() {
       .credential = {.label = ServiceWords::tr("Long-lived access token"),
                      .explanation =
                          ServiceWords::tr("Made there in your profile, at “Security”; it may do what you may do."),
-                     .missing = ProviderRow::addProviderCredential()},
+                     .missing = ProviderRow::addProviderCredential(),
+                     .pageOf = profilePage},
       .normalise = normaliseHome,
       .topics = {{.kinds = {{kind::homeAssistant}},
                   .explanation = ServiceWords::tr("The state of one entity of your own Home Assistant."),

@@ -33,8 +33,10 @@ QCoro::Task<RemoteValue> fetchVisitors(ProviderRequest request, std::stop_token 
   ServiceCall daily = visitorsCall(request);
   daily.body->insert(u"dimensions"_s, QJsonArray{u"time:day"_s});
   const QJsonObject days = co_await request.object(daily, stop);
-  for (const QJsonValue& day : days[u"results"].toArray())
+  for (const QJsonValue& day : days[u"results"].toArray()) {
     value.numbers << ProviderData::number(day[u"metrics"][0], u"visitors"_s);
+    value.numberDays << ProviderData::dayOf(day[u"dimensions"][0]);
+  }
   co_return value;
 }
 

@@ -28,7 +28,10 @@ QCoro::Task<RemoteValue> fetchRevenue(ProviderRequest request, std::stop_token s
   const QJsonObject body = co_await request.object(call, stop);
   RemoteValue value = request.shown(Money::text(revenueOf(body[u"totals"], currency), currency),
                                     ServiceWords::tr("Net revenue · 30 days"));
-  for (const QJsonValue& period : body[u"periods"].toArray()) value.numbers << revenueOf(period, currency);
+  for (const QJsonValue& period : body[u"periods"].toArray()) {
+    value.numbers << revenueOf(period, currency);
+    value.numberDays << ProviderData::dayOf(period[u"timestamp"]);
+  }
   co_return value;
 }
 

@@ -79,6 +79,7 @@ QCoro::Task<RemoteValue> fetchReport(ProviderRequest request, ShopifyReportPerio
                    {ServiceWords::tr("Orders"), QString::number(report.orders)}};
   if (report.average) value.metrics << ServiceMetric{ServiceWords::tr("Average order"), money(*report.average)};
   value.numbers = report.daily;
+  value.numberDays = period.each();
   co_return value;
 }
 
@@ -118,6 +119,7 @@ QCoro::Task<RemoteValue> fetchOrders(ProviderRequest request, ShopifyReportPerio
   if (!pages.isPartial())
     value.metrics << ServiceMetric{ServiceWords::tr("Change"), OrderSummary::comparison(current, previous)};
   value.numbers = current.daily;
+  value.numberDays = period.each();
   value.detail = ServiceWords::tr("Paid orders by their current total.");
   if (isCut) value.detail += ServiceWords::tr(" More than 5,000 orders; this is not a complete total.");
   co_return value;

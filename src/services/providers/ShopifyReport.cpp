@@ -65,6 +65,12 @@ ShopifyReportPeriod::ShopifyReportPeriod(int count, const QDateTime& now)
           ServiceWords::tr("The reporting period could not be calculated."));
 }
 
+QList<QDate> ShopifyReportPeriod::each() const {
+  QList<QDate> all;
+  for (int i = 0; i < days; ++i) all << first.addDays(i);
+  return all;
+}
+
 QString ShopifyReportPeriod::summaryQuery() const {
   return u"FROM sales SHOW total_sales, net_sales, returns, orders, average_order_value SINCE %1 UNTIL %2"_s.arg(
       first.toString(Qt::ISODate), last.toString(Qt::ISODate));

@@ -31,6 +31,7 @@ struct ShopifyReportPeriod {
   QTimeZone zone;
   int days = 0;
 
+  QList<QDate> each() const;
   QString summaryQuery() const;
   QString trendQuery() const;
   QDateTime beginOf(const QDate& day) const { return day.startOfDay(zone); }

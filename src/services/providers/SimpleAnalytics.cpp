@@ -30,8 +30,10 @@ QCoro::Task<RemoteValue> fetchSite(ProviderRequest request, std::stop_token stop
   RemoteValue value =
       request.shown(ProviderData::count(body, u"visitors"_s), ServiceWords::tr("Unique visitors · 7 days"));
   value.metrics = {{ServiceWords::tr("Pageviews"), ProviderData::count(body, u"pageviews"_s)}};
-  for (const QJsonValue& day : body[u"histogram"].toArray())
+  for (const QJsonValue& day : body[u"histogram"].toArray()) {
     value.numbers << ProviderData::number(day[u"visitors"], u"visitors"_s);
+    value.numberDays << ProviderData::dayOf(day[u"date"]);
+  }
   co_return value;
 }
 

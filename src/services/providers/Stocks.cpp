@@ -102,14 +102,21 @@ QCoro::Task<RemoteValue> fetchQuoteHistory(ProviderRequest request, std::stop_to
   const QJsonArray days = ProviderData::list(body, u"values"_s, noHistory);
   require(!days.isEmpty(), noHistory);
   QList<double> closes;
-  for (const QJsonValue& day : days) closes << ProviderData::number(day[u"close"], u"close"_s);
-  std::ranges::reverse(closes);  // The newest comes first.
+  QList<QDate> dates;
+  for (const QJsonValue& day : days) {
+    closes << ProviderData::number(day[u"close"], u"close"_s);
+    dates << ProviderData::dayOf(day[u"datetime"]);
+  }
+  // The newest comes first.
+  std::ranges::reverse(closes);
+  std::ranges::reverse(dates);
   const double last = closes.last();
   const double before = closes.size() > 1 ? closes[closes.size() - 2] : 0;
   const QString change = before > 0 ? QString::asprintf("%+.2f%%", (last - before) / before * 100) : QString();
   RemoteValue value =
       request.shown(Money::text(last, body[u"meta"][u"currency"].toString(u"USD"_s)), changeOfSymbol(change, symbol));
   value.numbers = closes;
+  value.numberDays = dates;
   value.detail = sourceOf(days.first());
   co_return value;
 }

@@ -1,16 +1,21 @@
 #include "views/controls/Charts.h"
 
+#include <QAccessible>
+#include <QKeyEvent>
 #include <QLinearGradient>
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 
+#include "views/controls/ControlAccessible.h"
 #include "views/controls/ControlTheme.h"
 #include "views/controls/Mirroring.h"
 #include "views/theme/Glass.h"
 #include "views/theme/SmoothLine.h"
 
 namespace tarnwick {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,6 +27,7 @@ constexpr double kBarGap = 3;
 constexpr double kDenseGap = 1;  ///< Between so many that they would be thinner than the other.
 constexpr double kWordPadding = 3;
 constexpr double kWordCorner = 4;
+constexpr double kFocusCorner = 4;
 constexpr double kBarCorner = 2;
 constexpr int kEndsHeight = 20;
 constexpr double kFillTop = 0.30;
@@ -68,6 +74,7 @@ void ProgressBar::paintEvent(QPaintEvent*) {
 }
 
 ChartView::ChartView(const QString& label, Kind kind, QWidget* parent) : QWidget(parent), kind_(kind) {
+  installControlAccessibility();
   setAccessibleName(label);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   setFixedHeight(sizeHint().height());
@@ -76,7 +83,7 @@ ChartView::ChartView(const QString& label, Kind kind, QWidget* parent) : QWidget
 void ChartView::setSeries(const QList<ChartSeries>& series) {
   if (series == series_) return;
   series_ = series;
-  pointed_ = -1;
+  if (pointed_ >= count()) pointed_ = -1;
   update();
 }
 
@@ -99,7 +106,13 @@ void ChartView::setMinimum(double minimum) {
 void ChartView::setWords(std::function<QString(double value)> words) {
   words_ = std::move(words);
   setMouseTracking(words_ != nullptr);
+  setFocusPolicy(words_ ? Qt::TabFocus : Qt::NoFocus);
   if (!words_) point(-1);
+}
+
+void ChartView::setPlaces(std::function<QString(qsizetype before)> places) {
+  places_ = std::move(places);
+  update();
 }
 
 void ChartView::setEnds(const QString& begin, const QString& end) {
@@ -146,6 +159,12 @@ double ChartView::step(const QRectF& box, qsizetype count) const {
   const auto slots = static_cast<double>(std::max<qsizetype>(depth_, count));
   if (kind_ == Kind::Line) return slots > 1 ? box.width() / (slots - 1) : 0;
   return std::max(1.0, (box.width() - gap() * (slots - 1)) / slots) + gap();
+}
+
+double ChartView::middleOf(const QRectF& box, qsizetype before, qsizetype count) const {
+  const double between = step(box, count);
+  const double half = kind_ == Kind::Line ? 0 : (between - gap()) / 2;
+  return box.right() - half - between * static_cast<double>(before);
 }
 
 QColor ChartView::colorOf(const ChartSeries& series) const {
@@ -198,7 +217,7 @@ void ChartView::paintBars(QPainter& painter, const QRectF& box, const ChartSerie
     const double x = box.right() - width - between * static_cast<double>(count - 1 - i);
     // The lower corners lie below what is seen.
     drawRounded(painter, QRectF(x, box.bottom() - height, width, height + kBarCorner), kBarCorner,
-                i == (pointed_ < 0 ? count - 1 : pointed_) ? color : faded(color, kPastBars));
+                count - 1 - i == std::max<qsizetype>(0, pointed_) ? color : faded(color, kPastBars));
   }
   painter.setClipping(false);
 }
@@ -213,67 +232,136 @@ void ChartView::paintEvent(QPaintEvent*) {
     painter.fillRect(QRectF(0, share * (box.height() - line), box.width(), line), look.palette.hairline);
   for (const ChartSeries& series : series_)
     kind_ == Kind::Line ? paintLine(painter, plot(), series) : paintBars(painter, plot(), series);
-  if (pointed_ >= 0) paintPointed(painter, plot());
+  if (pointed_ >= 0 && pointed_ < count()) paintPointed(painter, plot());
+  if (hasFocus() && byKeyboard_) drawFocusLine(painter, box, kFocusCorner, look);
   const QRectF ends(0, box.height() + 4, width(), kEndsHeight - 4);
   drawTextIn(painter, ends, begin_, TextStyle::Caption, look.palette.secondary);
   drawTextIn(painter, ends, end_, TextStyle::Caption, look.palette.secondary, Qt::AlignRight);
 }
 
 void ChartView::mouseMoveEvent(QMouseEvent* event) {
-  if (!words_ || series_.isEmpty() || series_.first().values.isEmpty()) return;
+  if (!words_ || count() == 0) return;
   const QRectF box = plot();
-  const qsizetype count = series_.first().values.size();
-  const double between = step(box, count);
-  const double half = kind_ == Kind::Line ? 0 : (between - gap()) / 2;
-  const double back = between > 0 ? (box.right() - half - event->position().x()) / between : 0;
-  point(std::clamp<qsizetype>(count - 1 - static_cast<qsizetype>(std::lround(back)), 0, count - 1));
+  const double between = step(box, count());
+  const double back = between > 0 ? (middleOf(box, 0, count()) - event->position().x()) / between : 0;
+  point(std::clamp<qsizetype>(static_cast<qsizetype>(std::lround(back)), 0, count() - 1));
 }
 
-void ChartView::leaveEvent(QEvent*) { point(-1); }
+void ChartView::leaveEvent(QEvent*) {
+  if (!byKeyboard_) point(-1);
+}
 
-void ChartView::point(qsizetype value) {
-  if (value == pointed_) return;
-  pointed_ = value;
+void ChartView::keyPressEvent(QKeyEvent* event) {
+  // Time goes from left to right in every language, as the chart is drawn.
+  const qsizetype oldest = count() - 1;
+  const auto to = [&]() -> std::optional<qsizetype> {
+    switch (event->key()) {
+      case Qt::Key_Left:
+        return pointed_ + 1;
+      case Qt::Key_Right:
+        return pointed_ - 1;
+      case Qt::Key_Home:
+        return oldest;
+      case Qt::Key_End:
+        return 0;
+      default:
+        return std::nullopt;
+    }
+  }();
+  if (!to || !words_ || oldest < 0) return QWidget::keyPressEvent(event);
+  point(std::clamp<qsizetype>(*to, 0, oldest));
+}
+
+void ChartView::focusInEvent(QFocusEvent* event) {
+  byKeyboard_ = isKeyboardReason(event->reason());
+  if (byKeyboard_ && pointed_ < 0 && count() > 0) point(0);
   update();
 }
 
-/// A word on a ground of its own, `side` of its width beside `place`, within the chart. Returns where it is.
-QRectF ChartView::paintWord(QPainter& painter, const QString& word, QPointF place, double side) const {
+void ChartView::focusOutEvent(QFocusEvent*) {
+  byKeyboard_ = false;
+  point(-1);
+  update();
+}
+
+void ChartView::point(qsizetype before) {
+  if (before == pointed_) return;
+  pointed_ = before;
+  update();
+  if (!hasFocus() || before < 0) return;
+  QAccessibleEvent told(this, QAccessible::DescriptionChanged);
+  QAccessible::updateAccessibility(&told);
+}
+
+QString ChartView::pointedValues() const {
+  QStringList told;
+  if (words_ && pointed_ >= 0)
+    for (const ChartSeries& series : series_) {
+      const qsizetype at = series.values.size() - 1 - pointed_;
+      if (at < 0) continue;
+      const QString word = words_(series.values[at]);
+      told << (series_.size() > 1 && !series.name.isEmpty() ? series.name + u' ' + word : word);
+    }
+  return told.join(u" · "_s);
+}
+
+QString ChartView::pointedPlace() const { return places_ && pointed_ >= 0 ? places_(pointed_) : QString(); }
+
+QString ChartView::pointedWords() const {
+  QStringList told{pointedValues(), pointedPlace()};
+  told.removeAll(QString());
+  return told.join(u" · "_s);
+}
+
+/// A word on a ground of its own, `side` of its width beside `place`, within the chart, and what is told quietly behind
+/// it. Returns where it is.
+QRectF ChartView::paintWord(QPainter& painter, const QString& word, QPointF place, double side,
+                            const QString& aside) const {
   const ControlLook& look = lookOf(*this);
   const TextLine line(word, TextStyle::TabLabel);
-  QRectF box(0, 0, line.width() + kWordPadding * 2, line.ascent() + line.descent() + kWordPadding);
+  const TextLine behind(aside.isEmpty() ? QString() : u" · "_s + aside, TextStyle::TabLabel);
+  QRectF box(0, 0, line.width() + behind.width() + kWordPadding * 2, line.ascent() + line.descent() + kWordPadding);
   box.moveTopLeft(place - QPointF(box.width() * side, 0));
   box.moveLeft(std::clamp(box.left(), 0.0, std::max(0.0, width() - box.width())));
   box.moveTop(std::clamp(box.top(), 0.0, std::max(0.0, chartHeight_ - box.height())));
   QColor ground = look.palette.panel.bodyTop;
   ground.setAlpha(255);
   drawRounded(painter, box, kWordCorner, ground);
-  line.draw(painter, {box.left() + kWordPadding, box.top() + kWordPadding / 2 + line.ascent()}, look.palette.primary);
+  const QPointF start(box.left() + kWordPadding, box.top() + kWordPadding / 2 + line.ascent());
+  line.draw(painter, start, look.palette.primary);
+  if (!aside.isEmpty()) behind.draw(painter, start + QPointF(line.width(), 0), look.palette.secondary);
   return box;
 }
 
-/// The value under the pointer with its mark, and what the chart's top and foot mean.
+/// What is pointed at with its mark, and what the chart's top and foot mean.
 void ChartView::paintPointed(QPainter& painter, const QRectF& box) const {
   const ControlLook& look = lookOf(*this);
-  const QList<double>& values = series_.first().values;
-  const double between = step(box, values.size());
-  const double half = kind_ == Kind::Line ? 0 : (between - gap()) / 2;
-  const double x = box.right() - half - between * static_cast<double>(values.size() - 1 - pointed_);
-  const double y = box.bottom() - shareOf(values[pointed_]) * box.height();
-  if (kind_ == Kind::Line) {
+  const double x = middleOf(box, pointed_, count());
+  double y = box.bottom();
+  if (kind_ == Kind::Line)
     painter.fillRect(QRectF(x - hairline(painter) / 2, 0, hairline(painter), box.bottom()), look.palette.secondary);
+  for (const ChartSeries& series : series_) {
+    const qsizetype at = series.values.size() - 1 - pointed_;
+    if (at < 0) continue;
+    const double height = box.bottom() - shareOf(series.values[at]) * box.height();
+    y = std::min(y, height);
+    if (kind_ != Kind::Line) continue;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(colorOf(series_.first()));
-    painter.drawEllipse(QPointF(x, y), kChartDot + 1, kChartDot + 1);
+    painter.setBrush(colorOf(series));
+    painter.drawEllipse(QPointF(x, height), kChartDot + 1, kChartDot + 1);
   }
   // Away from the line: above it where there is space.
-  const double lineHeight = TextLine(QStringLiteral("0"), TextStyle::TabLabel).ascent() + kWordPadding * 3;
-  const QRectF pointed = paintWord(painter, words_(values[pointed_]), {x, y - lineHeight - kHalo}, 0.5);
+  const double lineHeight = TextLine(u"0"_s, TextStyle::TabLabel).ascent() + kWordPadding * 3;
+  const QRectF pointed = paintWord(painter, pointedValues(), {x, y - lineHeight - kHalo}, 0.5, pointedPlace());
   const bool isLeft = x < box.center().x();
   const double edge = isLeft ? box.right() : box.left();
-  for (const auto& [value, top] : {std::pair{highest(), 0.0}, std::pair{minimum_, box.bottom()}})
-    if (const QRectF at(edge - (isLeft ? pointed.width() : 0), top, pointed.width(), 1); !at.intersects(pointed))
-      paintWord(painter, words_(value), {edge, top}, isLeft ? 1 : 0);
+  for (const auto& [value, top] : {std::pair{highest(), 0.0}, std::pair{minimum_, box.bottom()}}) {
+    const QString word = words_(value);
+    const double width = TextLine(word, TextStyle::TabLabel).width() + kWordPadding * 2;
+    const double height = lineHeight - kWordPadding;
+    const QRectF at(edge - (isLeft ? width : 0), std::min(top, chartHeight_ - height), width, height);
+    if (!at.intersects(pointed)) paintWord(painter, word, {edge, top}, isLeft ? 1 : 0);
+  }
 }
 
 }  // namespace tarnwick

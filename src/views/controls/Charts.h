@@ -35,10 +35,12 @@ class ProgressBar final : public QProgressBar {
 struct ChartSeries {
   QList<double> values;
   std::optional<Accent> accent;  ///< The look's where absent.
+  QString name = {};             ///< Told with its values where it stands beside another.
   bool operator==(const ChartSeries&) const = default;
 };
 
-/// A history as a line or as bars over its whole width, between hairlines, with a word at either end below.
+/// A history as a line or as bars over its whole width, between hairlines, with a word at either end below. What it
+/// holds is told where the pointer is, and to the keyboard: the arrows go from value to value.
 class ChartView final : public QWidget {
   Q_OBJECT
  public:
@@ -54,15 +56,22 @@ class ChartView final : public QWidget {
   void setMinimum(double minimum);
   void setEnds(const QString& begin, const QString& end);
   void setChartHeight(int height);
-  /// How a value is written. With it the value under the pointer is told, and what top and foot mean; without it
-  /// nothing is.
+  /// How a value is written. With it the value that is pointed at is told, and what top and foot mean; without it
+  /// nothing is, and the keyboard passes over the chart.
   void setWords(std::function<QString(double value)> words);
+  /// When or where a value was that stands so many before the last: "5 days ago". Empty where that is not known.
+  void setPlaces(std::function<QString(qsizetype before)> places);
+  /// All that is told of what is pointed at; empty where nothing is.
+  QString pointedWords() const;
   QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   QRectF plot() const;
@@ -72,12 +81,18 @@ class ChartView final : public QWidget {
   /// How far the values of a series are apart, and the gap between two bars.
   double step(const QRectF& box, qsizetype count) const;
   double gap() const;
-  void point(qsizetype value);
+  /// Where the middle of a value is that stands so many before the last of `count`.
+  double middleOf(const QRectF& box, qsizetype before, qsizetype count) const;
+  /// How many values can be pointed at.
+  qsizetype count() const { return series_.isEmpty() ? 0 : series_.first().values.size(); }
+  void point(qsizetype before);
+  QString pointedValues() const;
+  QString pointedPlace() const;
   QColor colorOf(const ChartSeries& series) const;
   void paintLine(QPainter& painter, const QRectF& box, const ChartSeries& series) const;
   void paintBars(QPainter& painter, const QRectF& box, const ChartSeries& series) const;
   void paintPointed(QPainter& painter, const QRectF& box) const;
-  QRectF paintWord(QPainter& painter, const QString& word, QPointF place, double side) const;
+  QRectF paintWord(QPainter& painter, const QString& word, QPointF place, double side, const QString& aside = {}) const;
 
   Kind kind_;
   QList<ChartSeries> series_;
@@ -85,7 +100,9 @@ class ChartView final : public QWidget {
   std::optional<double> maximum_;
   double minimum_ = 0;
   std::function<QString(double value)> words_;
-  qsizetype pointed_ = -1;  ///< Of the first series; -1 for none.
+  std::function<QString(qsizetype before)> places_;
+  qsizetype pointed_ = -1;   ///< So many before the last, which stays where it is when others follow; -1 for none.
+  bool byKeyboard_ = false;  ///< Whether the keyboard has brought the focus here.
   QString begin_;
   QString end_;
   int chartHeight_ = 64;

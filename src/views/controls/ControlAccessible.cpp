@@ -6,6 +6,7 @@
 #include <QToolButton>
 
 #include "base/LocalFigures.h"
+#include "views/controls/Charts.h"
 #include "views/controls/Rows.h"
 #include "views/controls/Stepper.h"
 
@@ -139,6 +140,20 @@ class StepperAccessible final : public QAccessibleWidget, public QAccessibleValu
   Stepper& stepper() const { return *static_cast<Stepper*>(widget()); }
 };
 
+/// A chart, of which a reader says first what is pointed at.
+class ChartAccessible final : public QAccessibleWidget {
+ public:
+  explicit ChartAccessible(ChartView* chart) : QAccessibleWidget(chart, QAccessible::Chart) {}
+
+  QString text(QAccessible::Text kind) const override {
+    const QString own = QAccessibleWidget::text(kind);
+    const QString pointed = static_cast<ChartView*>(widget())->pointedWords();
+    if (kind == QAccessible::Value) return pointed;
+    if (kind != QAccessible::Description || pointed.isEmpty()) return own;
+    return own.isEmpty() ? pointed : pointed + u". "_s + own;
+  }
+};
+
 /// The description of what setAccessibleRole() was called for; null for others.
 QAccessibleInterface* makeForRole(QObject* object) {
   const QVariant role = object->isWidgetType() ? object->property(kRole) : QVariant();
@@ -148,6 +163,7 @@ QAccessibleInterface* makeForRole(QObject* object) {
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
   if (auto* stepper = qobject_cast<Stepper*>(object)) return new StepperAccessible(stepper);
+  if (auto* chart = qobject_cast<ChartView*>(object)) return new ChartAccessible(chart);
   if (QAccessibleInterface* made = makeForRole(object)) return made;
   auto* button = qobject_cast<QAbstractButton*>(object);
   if (!button || qobject_cast<QToolButton*>(button)) return nullptr;

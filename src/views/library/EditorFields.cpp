@@ -62,7 +62,10 @@ QList<EditorField> fieldsOf(const Provider& provider, const QString& kind) {
   page.shape = FieldShape::Page;
   page.label = provider.credential.label;
   page.help = provider.credential.explanation;
-  page.value = provider.credential.page.toString();
+  const ProviderCredential& credential = provider.credential;
+  page.pageOf = [own = credential.pageOf, shared = credential.page](const DockWidget& edited) {
+    return own ? own(edited) : shared;
+  };
   page.onlyIn = value::native;
   return fields << page;
 }

@@ -2,8 +2,11 @@
 
 #include <QList>
 #include <QString>
+#include <QUrl>
+#include <functional>
 #include <optional>
 
+#include "config/DockWidget.h"
 #include "views/panels/WidgetOption.h"
 
 namespace tarnwick {
@@ -23,6 +26,8 @@ struct EditorField {
   bool isLater = false;           ///< Nothing reads it yet, as `help` says: it is shown out of use.
   QString fault;                  ///< The sentence of a failed save that belongs to this line.
   std::optional<QString> onlyIn;  ///< The `connectionMode` in which the line is there; absent for all.
+  /// Of a page, which one belongs to what stands in the form; invalid for none.
+  std::function<QUrl(const DockWidget& edited)> pageOf = {};
 };
 
 /// What the form of each kind holds beside the title: the options that its room declares, and where it has a service

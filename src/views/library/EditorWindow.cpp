@@ -291,7 +291,10 @@ void EditorWindow::showEdited() {
   const DockWidget* widget = stored(store_, widget_);
   if (!widget) return;
   const DockWidget now = edited(*widget);
-  for (const auto& line : lines_) line->row->setVisible(isThere(*line));
+  for (const auto& line : lines_) {
+    line->row->setVisible(isThere(*line));
+    line->control->follow(now);
+  }
   preview_->show(now);
   if (credential_) {
     const Provider* provider = connection() == value::native ? providerFor(now.kind) : nullptr;

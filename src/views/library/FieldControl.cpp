@@ -174,16 +174,27 @@ class PlaceControl final : public FieldControl {
 /// Opens a page; it stands for no option.
 class PageControl final : public FieldControl {
  public:
-  PageControl(const EditorField& field, const std::function<void(const QUrl& page)>& open) {
-    const QUrl page(field.value);
-    if (page.isEmpty()) return;
-    auto* button = new Button(LibraryWords::tr("Open %1").arg(page.host()));
-    connect(button, &QPushButton::clicked, this, [open, page] { open(page); });
-    hold(button);
+  PageControl(const EditorField& field, std::function<void(const QUrl& page)> open)
+      : pageOf_(field.pageOf), button_(new Button(QString())) {
+    hold(button_);
+    button_->hide();
+    connect(button_, &QPushButton::clicked, this, [this, open = std::move(open)] { open(page_); });
+  }
+  void follow(const DockWidget& edited) override {
+    const QUrl page = pageOf_ ? pageOf_(edited) : QUrl();
+    if (page == page_) return;
+    page_ = page;
+    button_->setVisible(!page.isEmpty());
+    button_->setLabel(LibraryWords::tr("Open %1").arg(page.host()));
   }
   QString value() const override { return {}; }
   void setValue(const QString&) override {}
   void write(DockWidget&, const QString&) const override {}
+
+ private:
+  std::function<QUrl(const DockWidget& widget)> pageOf_;
+  Button* button_;
+  QUrl page_;
 };
 
 /// The switches of a tile of quick toggles, of which some are chosen.

@@ -36,6 +36,8 @@ class FieldControl : public QWidget {
   virtual void read(const DockWidget& widget, const QString& key) { setValue(widget.options.value(key)); }
   /// Writes it into a widget that it was changed for.
   virtual void write(DockWidget& widget, const QString& key) const;
+  /// What stands in the form now, for one that shows something of that.
+  virtual void follow(const DockWidget& edited) { Q_UNUSED(edited) }
   /// What is wrong with it by itself, as a finished sentence; empty for nothing.
   virtual QString fault() const { return {}; }
   /// Shows that something is wrong with it.

@@ -194,6 +194,13 @@ RemoteReading exampleOf(const ExampleRow& row, const QDateTime& now, const QLoca
     value.metrics << ServiceMetric{parts[0], UsageWords::leftWords(value.usageWindows.last())};
   }
   value.numbers = numbersOf(row);
+  const bool isHourly = row.kind == kind::cryptoChart;
+  for (qsizetype before = value.numbers.size() - 1; before >= 0; --before) {
+    if (isHourly)
+      value.numberMoments << now.addSecs(-before * 3600);
+    else
+      value.numberDays << now.date().addDays(-before);
+  }
   return reading;
 }
 

@@ -155,7 +155,7 @@ class ServicePanel final : public TilePanel {
     setMessage(state.problem);
     const ServiceFigures figures = ServiceFigures::of(widget(), sources);
     showHeadline(value, state, figures);
-    showChart(value, sources.locale);
+    showChart(value, sources);
     showUsage(value.usageWindows, sources);
     sayMore(moreFigures_, value.usageWindows.isEmpty() ? value.metrics.size() : value.usageWindows.size());
     // The figures of allowances are said with their bars.
@@ -207,7 +207,8 @@ class ServicePanel final : public TilePanel {
            theme::kPanelWidth - theme::kPanelPadding * 2 - theme::kRowGap;
   }
 
-  void showChart(const RemoteValue& value, const QLocale& locale) {
+  void showChart(const RemoteValue& value, const TileSources& sources) {
+    const QLocale& locale = sources.locale;
     const QList<double> values = plottable(value.numbers);
     setShown(chart_, values.size() > 1);
     if (values.size() < 2) return;
@@ -222,8 +223,30 @@ class ServicePanel final : public TilePanel {
     chart_->setSeries({{values, accent}});
     const auto words = [locale](double number) { return numberWords(number, locale); };
     chart_->setWords(words);
+    showPlaces(value, values.size(), sources);
     chart_->setAccessibleDescription(
         PanelWords::tr("Lowest %1, highest %2, latest %3").arg(words(least), words(most), words(values.last())));
+  }
+
+  /// When the values were, behind each that is pointed at, and of the ends always.
+  void showPlaces(const RemoteValue& value, qsizetype shown, const TileSources& sources) {
+    const bool isAll = std::ranges::all_of(value.numbers, [](double number) { return std::isfinite(number); });
+    const auto places = [=, days = value.numberDays, moments = value.numberMoments, all = value.numbers.size(),
+                         now = sources.now, locale = sources.locale,
+                         use24Hour = sources.use24Hour](qsizetype before) -> QString {
+      const qsizetype at = all - 1 - before;
+      if (!isAll || at < 0) return {};
+      if (days.size() == all) return days[at].isValid() ? dayWord(days[at], now.date(), locale) : QString();
+      if (moments.size() != all) return {};
+      const QDateTime then = moments[at].toTimeZone(now.timeZone());
+      const QString ago = agoWord(then, now, locale);
+      return then.date() < now.date() ? ago + u", "_s + ClockWords::time(then.time(), locale, use24Hour).full() : ago;
+    };
+    chart_->setPlaces(places);
+    const QString begin = places(shown - 1);
+    const QString end = places(0);
+    const bool isKnown = !begin.isEmpty() && !end.isEmpty();
+    chart_->setEnds(isKnown ? begin : QString(), isKnown ? end : QString());
   }
 
   static QString numberWords(double value, const QLocale& locale) {

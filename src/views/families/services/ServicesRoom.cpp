@@ -124,14 +124,15 @@ constexpr auto kSessionOptions = orAddress(
                                            "kept apart from your own browser."),
                  .onlyIn = "perplexitySession"});
 
-/// The same accent for every tile of one service.
+/// The accent nearest to the colour of the service's badge, so that bars and charts go with it.
 Accent serviceAccent(const WidgetDefinition& definition) {
-  static constexpr std::array accents = {Accent::Purple, Accent::Teal,  Accent::Orange, Accent::Blue,
-                                         Accent::Red,    Accent::Green, Accent::Pink};
-  const QString service = definition.asset.isEmpty() ? definition.name.section(u' ', 0, 0) : definition.asset;
-  std::size_t sum = 0;
-  for (const QChar letter : service) sum += letter.unicode();
-  return accents[sum % accents.size()];
+  using enum Accent;
+  // Around the wheel, as the colours of badges are.
+  static constexpr std::array<Accent, Palette::kBadgeColors> accents = {
+      Pink,  Pink,  Red,   Red,    Orange, Orange, Orange, Yellow, Yellow, Yellow, Yellow, Yellow,
+      Green, Green, Green, Green,  Green,  Teal,   Teal,   Teal,   Teal,   Teal,   Blue,   Blue,
+      Blue,  Blue,  Blue,  Purple, Purple, Purple, Purple, Purple, Pink,   Pink,   Pink,   Pink};
+  return accents.at(static_cast<std::size_t>(serviceBadge(definition).color));
 }
 
 /// An example has no age: the day for which it was made up says nothing.
@@ -195,11 +196,10 @@ QMap<QString, QString> picturedHere(const QDateTime&) {
 }
 
 /// A kind that is read from this computer, or from an address of the user's own.
-template <const QLatin1StringView& Kind, const QLatin1StringView& Mode, Accent Color>
+template <const QLatin1StringView& Kind, const QLatin1StringView& Mode>
 constexpr RoomRow readHere(std::span<const WidgetOption> options, decltype(RoomRow::content) content) {
   return {.of = Kind,
           .content = content,
-          .accent = always<Color>,
           .options = options,
           .comesLater = false,
           .sample = sample<Kind>,
@@ -212,18 +212,14 @@ constexpr std::array kKinds = {
     addressed<kind::socialInstagram>(),
     addressed<kind::appleHome>(),
     addressed<kind::antigravityUsage>(),
-    readHere<kind::codexUsage, value::codexLocal, Accent::Teal>(kCodexOptions, serviceTile<ServiceShape::Value>),
-    readHere<kind::codexUsageGauge, value::codexLocal, Accent::Teal>(kCodexOptions, serviceTile<ServiceShape::Gauge>),
-    readHere<kind::analyticsClaudeCodeStatus, value::claudeActivity, Accent::Orange>(kClaudeCodeOptions,
-                                                                                     serviceTile<ServiceShape::Work>),
-    readHere<kind::geminiAPIUsage, value::geminiHistory, Accent::Blue>(kGeminiOptions,
-                                                                       serviceTile<ServiceShape::Value>),
-    readHere<kind::perplexityUsage, value::perplexitySession, Accent::Teal>(kSessionOptions,
-                                                                            serviceTile<ServiceShape::Value>),
-    RoomRow{.of = kind::claudePlanUsage, .accent = always<Accent::Orange>},
+    readHere<kind::codexUsage, value::codexLocal>(kCodexOptions, serviceTile<ServiceShape::Value>),
+    readHere<kind::codexUsageGauge, value::codexLocal>(kCodexOptions, serviceTile<ServiceShape::Gauge>),
+    readHere<kind::analyticsClaudeCodeStatus, value::claudeActivity>(kClaudeCodeOptions,
+                                                                     serviceTile<ServiceShape::Work>),
+    readHere<kind::geminiAPIUsage, value::geminiHistory>(kGeminiOptions, serviceTile<ServiceShape::Value>),
+    readHere<kind::perplexityUsage, value::perplexitySession>(kSessionOptions, serviceTile<ServiceShape::Value>),
     RoomRow{.of = kind::claudePlanUsageGauge,
             .content = serviceTile<ServiceShape::Gauge>,
-            .accent = always<Accent::Orange>,
             .pictured = picturedGauge,
             .states = serviceStates},
     inAllStates<ServiceShape::Line>(kind::analyticsPlausibleChart),
@@ -234,10 +230,7 @@ constexpr std::array kKinds = {
     shaped<ServiceShape::Line>(kind::cryptoChart),
     shaped<ServiceShape::Bars>(kind::analyticsSimpleAnalyticsChart),
     inAllStates<ServiceShape::Bars>(kind::shopifyTrends),
-    RoomRow{.of = kind::analyticsGitHubContributions,
-            .content = serviceTile<ServiceShape::Squares>,
-            .accent = always<Accent::Green>,
-            .states = serviceStates},
+    inAllStates<ServiceShape::Squares>(kind::analyticsGitHubContributions),
     inAllStates<ServiceShape::Figures>(kind::analyticsGitHubOverview),
     shaped<ServiceShape::Figures>(kind::productivityLinearOverview),
     shaped<ServiceShape::Figures>(kind::analyticsSupabaseOverview),

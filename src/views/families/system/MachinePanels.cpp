@@ -129,6 +129,7 @@ class TemperaturePanel final : public TilePanel {
     chart_->setDepth(SystemTemperature::depth);
     chart_->setMaximum(100);
     chart_->setEnds(PanelWords::tr("Earlier"), PanelWords::tr("now"));
+    chart_->setWords([](double celsius) { return number(celsius) + u'°'; });
     body().addWidget(figure_);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(chart_);

@@ -56,12 +56,18 @@ class MetricsPanel : public TilePanel {
   FigureView& figure() { return *figure_; }
   MachineDetails& machine() const { return context().readings.machine; }
 
-  ChartView* addChart(const QString& label, std::optional<double> maximum) {
+  ChartView* addChart(const QString& label, std::optional<double> maximum,
+                      const std::function<QString(double value)>& words = MachineWords::percentWithSign) {
     auto* chart = new ChartView(label);
     chart->setDepth(SystemMetrics::depth);
     chart->setMaximum(maximum);
-    chart->setEnds(PanelWords::tr("%1 s ago").arg(LocalFigures::number(SystemMetrics::depth * kSampleSeconds)),
-                   PanelWords::tr("now"));
+    const auto ago = [](qsizetype before) {
+      if (before == 0) return PanelWords::tr("now");
+      return PanelWords::tr("%1 s ago").arg(LocalFigures::number(before * kSampleSeconds));
+    };
+    chart->setEnds(ago(SystemMetrics::depth), ago(0));
+    chart->setWords(words);
+    chart->setPlaces(ago);
     body().addSpacing(theme::kPanelHeaderBelow);
     body().addWidget(chart);
     return chart;
@@ -260,7 +266,8 @@ class NetworkPanel final : public MetricsPanel {
   NetworkPanel(const PanelContext& context, Traffic traffic)
       : MetricsPanel(context),
         traffic_(traffic),
-        chart_(addChart(PanelWords::tr("Network traffic"), std::nullopt)),
+        chart_(addChart(PanelWords::tr("Network traffic"), std::nullopt,
+                        [locale = QLocale()](double value) { return MachineWords::speed(locale, value); })),
         down_(addDetail(PanelWords::tr("Download"), true)),
         up_(addDetail(PanelWords::tr("Upload"))),
         most_(addDetail(PanelWords::tr("Highest"))) {
@@ -286,7 +293,8 @@ class NetworkPanel final : public MetricsPanel {
     if (traffic_ != Traffic::Both)
       chart_->setSeries({{shown, {}}});
     else
-      chart_->setSeries({{sources.downloadHistory, {}}, {sources.uploadHistory, Accent::Blue}});
+      chart_->setSeries({{sources.downloadHistory, {}, PanelWords::tr("Download")},
+                         {sources.uploadHistory, Accent::Blue, PanelWords::tr("Upload")}});
     down_->setValue(MachineWords::speed(sources.locale, now.download));
     up_->setValue(MachineWords::speed(sources.locale, now.upload));
     most_->setValue(MachineWords::speed(sources.locale, mostOf(shown)));
@@ -319,8 +327,9 @@ class SystemPanel final : public MetricsPanel {
     figure().setFigure(MachineWords::percent(now.cpu), LocalFigures::percentSign());
     figure().setLines(PanelWords::tr("Processor"),
                       PanelWords::tr("Memory %1").arg(MachineWords::percentWithSign(now.memory)));
-    chart_->setSeries({{sources.cpuHistory, warningOf(now.cpu).value_or(Accent::Green)},
-                       {sources.memoryHistory, warningOf(now.memory).value_or(Accent::Purple)}});
+    chart_->setSeries(
+        {{sources.cpuHistory, warningOf(now.cpu).value_or(Accent::Green), PanelWords::tr("Processor")},
+         {sources.memoryHistory, warningOf(now.memory).value_or(Accent::Purple), PanelWords::tr("Memory")}});
     processor_->setValue(MachineWords::percentWithSign(now.cpu));
     memory_->setValue(MachineWords::percentWithSign(now.memory));
   }
