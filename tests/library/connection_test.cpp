@@ -202,7 +202,7 @@ TEST_F(ConnectionFormTest, TryingSaysWhatIsToBeDoneFirst) {
   for (const auto& [kind, step] :
        QList<QPair<QString, QString>>{{u"analyticsClaudeCodeStatus"_s, u"Install the activity hooks first."_s},
                                       {u"geminiAPIUsage"_s, u"Choose the history to read first."_s},
-                                      {u"revenueStripe"_s, u"Enter an address first."_s}}) {
+                                      {u"revenueLemonSqueezy"_s, u"Enter an address first."_s}}) {
     const auto window = fixture_.editor(fixture_.add(kind).id);
     press(*window, u"Try It"_s);
     EXPECT_TRUE(says(*window, step)) << kind.toStdString();

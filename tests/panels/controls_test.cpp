@@ -213,6 +213,7 @@ TEST(Charts, SayWhenAValueWasAndGoFromValueToValueByTheArrows) {
   chart->setPlaces([](qsizetype before) { return before == 2 ? QString() : u"%1 days ago"_s.arg(before); });
   chart->setAccessibleDescription(u"Highest 40"_s);
   window.bring();
+  chart->clearFocus();
   chart->setFocus(Qt::TabFocusReason);
   const auto spoken = [chart](QAccessible::Text kind) {
     return QAccessible::queryAccessibleInterface(chart)->text(kind);
