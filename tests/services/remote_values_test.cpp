@@ -420,6 +420,38 @@ TEST_F(RemoteTest, WhatCannotBeAskedNowIsOwedAndAskedOnce) {
   EXPECT_EQ(names(), (QStringList{u"local"_s, u"local"_s}));
 }
 
+TEST_F(RemoteTest, AWidgetThatComesWhileItsDockIsHiddenIsNotSeenEither) {
+  const DockWidget sales = connected(u"sales"_s);
+  const DockWidget later = connected(u"later"_s);
+  show({sales});
+  values->setSeen({});
+  show({sales, later});
+  time.advance(RemoteValues::kUnseen);
+  values->refreshAll();
+  time.advance(60);
+  EXPECT_EQ(names(), QStringList());
+  values->setSeen({sales.id, later.id});
+  time.advance(60);
+  EXPECT_TRUE(names().contains(u"later"_s));
+}
+
+TEST_F(RemoteTest, AClockIsAskedAnewForAnotherPlaceAlone) {
+  DockWidget clock{QUuid::createUuid(), kind::todayClock.toString(), u"clock"_s, {{option::city, u"Kendal"_s}}};
+  const auto edit = [&](const auto& key, const QString& value) {
+    clock.options.insert(key, value);
+    show({clock});
+  };
+  show({clock});
+  refresh(clock);
+  edit(option::zoneLabel, u"Home"_s);
+  services.answer(0, u"6°"_s);
+  EXPECT_EQ(shown(clock).value, u"6°"_s);
+  refresh(clock);
+  edit(option::city, u"Cairo"_s);
+  services.answer(1, u"31°"_s);
+  EXPECT_EQ(shown(clock).value, u"6°"_s) << "that was asked for the other place";
+}
+
 TEST_F(RemoteTest, TheFirstRefreshWaitsUntilItIsKnownWhatKeepsIt) {
   const DockWidget sales = connected(u"sales"_s);
   struct Case {
